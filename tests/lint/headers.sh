@@ -1,0 +1,14 @@
+#!/usr/bin/env bash
+# Every header compiles on its own, so that no caller has to know what to include before it.
+set -euo pipefail
+cd "$1"
+compiler=$2
+alone() {
+    for header in "$@"; do
+        "$compiler" -std=c++20 -fno-rtti -fsyntax-only -Wall -Wextra -Werror -Isrc -I. -x c++ -include "$header" /dev/null ||
+            { echo "$header doesn't compile alone"; exit 255; }
+    done
+}
+export -f alone
+export compiler
+find src host peer -name '*.h' -print0 | xargs -0 -n 8 -P 2 bash -c 'alone "$@"' alone
