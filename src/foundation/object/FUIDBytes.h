@@ -52,8 +52,8 @@ consteval FUIDBytes operator""_uid(const char* text, std::size_t length) {
     constexpr std::size_t source[16] = {7, 5, 3, 1, 12, 10, 17, 15, 20, 22, 25, 27, 29, 31, 33, 35};
     FUIDBytes result;
     for (std::size_t i = 0; i < 16; ++i) {
-        result.bytes[i] = static_cast<std::uint8_t>(detail::hexDigit(text[source[i]]) * 16 +
-                                                    detail::hexDigit(text[source[i] + 1]));
+        result.bytes[i] =
+            static_cast<std::uint8_t>(detail::hexDigit(text[source[i]]) * 16 + detail::hexDigit(text[source[i] + 1]));
     }
     return result;
 }
