@@ -1,0 +1,35 @@
+// ScopedEnvironment: sets a variable of the environment and puts back what was there at the end of the scope, so that a
+// failing assertion leaves nothing behind for the next test. Not for use while other threads read the environment.
+#pragma once
+
+#include <cstdlib>
+#include <optional>
+#include <string>
+#include <utility>
+
+namespace tessera::testing_support {
+
+class ScopedEnvironment {
+public:
+    ScopedEnvironment(std::string name, const std::string& value) : name_(std::move(name)) {
+        if (const char* before = std::getenv(name_.c_str()); before != nullptr) {
+            before_ = before;
+        }
+        setenv(name_.c_str(), value.c_str(), 1);
+    }
+    ScopedEnvironment(const ScopedEnvironment&) = delete;
+    ScopedEnvironment& operator=(const ScopedEnvironment&) = delete;
+    ~ScopedEnvironment() {
+        if (before_) {
+            setenv(name_.c_str(), before_->c_str(), 1);
+        } else {
+            unsetenv(name_.c_str());
+        }
+    }
+
+private:
+    std::string name_;
+    std::optional<std::string> before_;
+};
+
+} // namespace tessera::testing_support
