@@ -125,7 +125,8 @@ public:
     // The buffer becomes the variant's. Empty text is given without the owner bit.
     void takeToVariant(FVariant& out);
 
-    // Pascal form: a byte with the length, then so many characters. toPascal writes at most 256 bytes, cutting the text.
+    // Pascal form: a byte with the length, then so many characters. toPascal writes at most 256 bytes, cutting the
+    // text.
     void fromPascal(const std::uint8_t* bytes);
     void toPascal(std::uint8_t* buffer) const;
 

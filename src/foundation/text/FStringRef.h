@@ -55,8 +55,8 @@ public:
     bool isEmpty() const { return text_ == nullptr || characters() == 0; }
 
     // Comparing. Only the sign of a result means anything. The comparison ends at a NUL in either text if one comes
-    // before the length. An empty other gives 1, or 0 when this is empty too; an empty self -1; a start past the end -1.
-    // When the widening of one side fails the 8-bit side counts as the greater one.
+    // before the length. An empty other gives 1, or 0 when this is empty too; an empty self -1; a start past the end
+    // -1. When the widening of one side fails the 8-bit side counts as the greater one.
     int compare(const FStringRef& other, std::int32_t length = -1, FCase folding = FCase::exact) const;
     int compareAt(std::int32_t start, const FStringRef& other, std::int32_t length = -1,
                   FCase folding = FCase::exact) const;
@@ -92,14 +92,10 @@ public:
 
     // Numbers in decimal, after white space and with a sign. False leaves out as it was. 64-bit values out of range
     // become the nearest one, 32-bit values are the low half of those. The decimal point is ".", whatever the locale.
-    bool getInt64(std::int64_t& out, std::int32_t index = 0,
-                  FNumberSearch search = FNumberSearch::atIndex) const;
-    bool getUInt64(std::uint64_t& out, std::int32_t index = 0,
-                   FNumberSearch search = FNumberSearch::atIndex) const;
-    bool getInt32(std::int32_t& out, std::int32_t index = 0,
-                  FNumberSearch search = FNumberSearch::atIndex) const;
-    bool getUInt32(std::uint32_t& out, std::int32_t index = 0,
-                   FNumberSearch search = FNumberSearch::atIndex) const;
+    bool getInt64(std::int64_t& out, std::int32_t index = 0, FNumberSearch search = FNumberSearch::atIndex) const;
+    bool getUInt64(std::uint64_t& out, std::int32_t index = 0, FNumberSearch search = FNumberSearch::atIndex) const;
+    bool getInt32(std::int32_t& out, std::int32_t index = 0, FNumberSearch search = FNumberSearch::atIndex) const;
+    bool getUInt32(std::uint32_t& out, std::int32_t index = 0, FNumberSearch search = FNumberSearch::atIndex) const;
     // "inf", "nan" and hexadecimal floats count only at the index itself.
     bool getFloat(double& out, std::int32_t index = 0, FNumberSearch search = FNumberSearch::atIndex) const;
     // Hexadecimal digits with or without "0x"; the low 32 bits.
@@ -156,9 +152,7 @@ protected:
     void setCharacters(std::int32_t length) const {
         word_ = (word_ & ~kLengthMask) | static_cast<std::uint32_t>(length);
     }
-    void setWidth(FTextWidth width) const {
-        word_ = width == FTextWidth::wide ? word_ | kWideBit : word_ & ~kWideBit;
-    }
+    void setWidth(FTextWidth width) const { word_ = width == FTextWidth::wide ? word_ | kWideBit : word_ & ~kWideBit; }
     const char* narrowText() const { return static_cast<const char*>(text_); }
     const char16_t* wideText() const { return static_cast<const char16_t*>(text_); }
 
