@@ -1,0 +1,102 @@
+#include "peer/SoundFacts.h"
+
+#include <sndfile.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <memory>
+#include <vector>
+
+namespace tessera::peer {
+namespace {
+
+struct CloseSound {
+    void operator()(SNDFILE* file) const { sf_close(file); }
+};
+using Sound = std::unique_ptr<SNDFILE, CloseSound>;
+
+constexpr int kFormatMask = SF_FORMAT_TYPEMASK | SF_FORMAT_SUBMASK;
+constexpr sf_count_t kBlockFrames = 16384;
+
+std::string formatName(int format) {
+    SF_FORMAT_INFO info = {};
+    info.format = format;
+    return sf_command(nullptr, SFC_GET_FORMAT_INFO, &info, sizeof info) == 0 && info.name != nullptr ? info.name : "?";
+}
+
+bool isFloat(int format) {
+    const int sub = format & SF_FORMAT_SUBMASK;
+    return sub == SF_FORMAT_FLOAT || sub == SF_FORMAT_DOUBLE;
+}
+
+// Integers travel as left-aligned 32-bit words and floats as doubles: neither loses a bit on the way.
+template <class Sample>
+bool copyFrames(SNDFILE* from, SNDFILE* to, int channels, sf_count_t (*read)(SNDFILE*, Sample*, sf_count_t),
+                sf_count_t (*write)(SNDFILE*, const Sample*, sf_count_t)) {
+    std::vector<Sample> block(static_cast<std::size_t>(kBlockFrames) * static_cast<std::size_t>(channels));
+    for (;;) {
+        const sf_count_t frames = read(from, block.data(), kBlockFrames);
+        if (frames <= 0) {
+            return sf_error(from) == SF_ERR_NO_ERROR;
+        }
+        if (write(to, block.data(), frames) != frames) {
+            return false;
+        }
+    }
+}
+
+} // namespace
+
+bool SoundFacts::sameFormat(const SoundFacts& other) const {
+    return (format & kFormatMask) == (other.format & kFormatMask);
+}
+
+std::string SoundFacts::text() const {
+    return std::to_string(rate) + " Hz, " + std::to_string(channels) + (channels == 1 ? " channel, " : " channels, ") +
+           formatName(format & SF_FORMAT_TYPEMASK) + ", " + formatName(format & SF_FORMAT_SUBMASK);
+}
+
+std::optional<SoundFacts> readSoundFacts(const std::string& path, std::string* problem) {
+    SF_INFO info = {};
+    const Sound file(sf_open(path.c_str(), SFM_READ, &info));
+    if (!file) {
+        *problem = sf_strerror(nullptr);
+        return std::nullopt;
+    }
+    return SoundFacts{info.frames, info.samplerate, info.channels, info.format};
+}
+
+bool convertSound(const std::string& source, const std::string& target, const SoundFacts& wanted,
+                  std::string* problem) {
+    SF_INFO sourceInfo = {};
+    const Sound from(sf_open(source.c_str(), SFM_READ, &sourceInfo));
+    if (!from) {
+        *problem = sf_strerror(nullptr);
+        return false;
+    }
+    SF_INFO targetInfo = {};
+    targetInfo.samplerate = wanted.rate;
+    targetInfo.channels = wanted.channels;
+    targetInfo.format = wanted.format & kFormatMask;
+    Sound to(sf_open(target.c_str(), SFM_WRITE, &targetInfo));
+    if (!to) {
+        *problem = sf_strerror(nullptr);
+        return false;
+    }
+    // A peak above full scale has to clip, not wrap around.
+    sf_command(to.get(), SFC_SET_CLIPPING, nullptr, SF_TRUE);
+    const bool floats = isFloat(sourceInfo.format) || isFloat(wanted.format);
+    const bool copied =
+        floats ? copyFrames<double>(from.get(), to.get(), wanted.channels, sf_readf_double, sf_writef_double)
+               : copyFrames<int>(from.get(), to.get(), wanted.channels, sf_readf_int, sf_writef_int);
+    const bool closed = sf_close(to.release()) == 0;
+    if (!copied || !closed) {
+        *problem = "the frames could not be converted";
+        std::error_code ignored;
+        std::filesystem::remove(target, ignored);
+        return false;
+    }
+    return true;
+}
+
+} // namespace tessera::peer
