@@ -5,7 +5,7 @@ include(GNUInstallDirs)
 add_library(tesx_compile_options INTERFACE)
 target_compile_features(tesx_compile_options INTERFACE cxx_std_20)
 target_compile_options(tesx_compile_options INTERFACE
-    -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Wcast-align -Woverloaded-virtual -Wno-unknown-warning-option
+    -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Wcast-align -Woverloaded-virtual
     $<$<COMPILE_LANGUAGE:CXX>:-fno-rtti>
     $<$<BOOL:${TESX_WARNINGS_AS_ERRORS}>:-Werror>)
 # The host calls by slot number; nothing of the module may be taken from, or given to, another library by symbol name.

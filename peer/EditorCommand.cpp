@@ -56,7 +56,7 @@ bool anyArgumentHolds(const std::vector<std::string>& words, std::string_view pl
 }
 
 // One pass from left to right, so that a path which itself holds a placeholder's text isn't filled again.
-std::string fill(std::string_view word, const std::string& in, const std::string& out) {
+std::string filled(std::string_view word, const std::string& in, const std::string& out) {
     std::string result;
     while (!word.empty()) {
         if (word.starts_with(kIn)) {
@@ -104,7 +104,7 @@ std::optional<EditorCommand> EditorCommand::parse(std::string_view text, std::st
 std::vector<std::string> EditorCommand::arguments(const std::string& in, const std::string& out) const {
     std::vector<std::string> result;
     for (std::size_t i = 1; i < words_.size(); ++i) {
-        result.push_back(fill(words_[i], in, out));
+        result.push_back(filled(words_[i], in, out));
     }
     return result;
 }

@@ -19,8 +19,8 @@ src/workflow: platform foundation persistence discovery shell/hostapi
 src/link: platform foundation persistence discovery exportscripts workflow shell/hostapi
 src/shell/hostapi: foundation/object/IBaseUnknown.h foundation/object/FResult.h foundation/object/FUIDBytes.h
 src/shell: platform foundation persistence discovery exportscripts workflow link
-host: platform foundation persistence shell/hostapi host
-peer: platform foundation persistence discovery link/LinkSocket.h link/FieldList.h link/WireMessage.h peer
+host: platform foundation persistence shell/hostapi link/LinkSocket.h link/WireMessage.h host
+peer: platform foundation persistence discovery link/LinkSocket.h link/WireMessage.h peer
 '
 
 failed=0

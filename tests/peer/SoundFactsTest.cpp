@@ -41,9 +41,8 @@ protected:
 };
 
 TEST_F(SoundFactsTest, TellsRateChannelsFormatAndLength) {
-    const auto facts =
-        readSoundFacts(write("a.wav", SF_FORMAT_WAV | SF_FORMAT_PCM_24, 48000, 2, {1 << 8, 2 << 8, 3 << 8, 4 << 8}),
-                       &problem_);
+    const auto facts = readSoundFacts(
+        write("a.wav", SF_FORMAT_WAV | SF_FORMAT_PCM_24, 48000, 2, {1 << 8, 2 << 8, 3 << 8, 4 << 8}), &problem_);
     ASSERT_TRUE(facts);
     EXPECT_EQ(2, facts->frames);
     EXPECT_EQ(48000, facts->rate);
@@ -63,8 +62,7 @@ TEST_F(SoundFactsTest, AFileThatIsNoSoundIsRefusedWithTheReason) {
 TEST_F(SoundFactsTest, ConversionBackToTheSameContainerKeepsEveryBit) {
     const std::vector<int> samples{0, 0x12345600, -0x12345600, 0x7fffff00, static_cast<int>(0x80000000u)};
     const std::string aiff = write("c.aiff", SF_FORMAT_AIFF | SF_FORMAT_PCM_24, 44100, 1, samples);
-    const auto wanted =
-        readSoundFacts(write("c.wav", SF_FORMAT_WAV | SF_FORMAT_PCM_24, 44100, 1, {1 << 8}), &problem_);
+    const auto wanted = readSoundFacts(write("c.wav", SF_FORMAT_WAV | SF_FORMAT_PCM_24, 44100, 1, {1 << 8}), &problem_);
     ASSERT_TRUE(wanted);
     ASSERT_TRUE(convertSound(aiff, path("d.wav"), *wanted, &problem_)) << problem_;
     const auto facts = readSoundFacts(path("d.wav"), &problem_);
