@@ -29,6 +29,11 @@ bool isFloat(int format) {
     return sub == SF_FORMAT_FLOAT || sub == SF_FORMAT_DOUBLE;
 }
 
+void removeFile(const std::string& path) {
+    std::error_code ignored;
+    std::filesystem::remove(path, ignored);
+}
+
 // Integers travel as left-aligned 32-bit words and floats as doubles: neither loses a bit on the way.
 template <class Sample>
 bool copyFrames(SNDFILE* from, SNDFILE* to, int channels, sf_count_t (*read)(SNDFILE*, Sample*, sf_count_t),
@@ -81,6 +86,7 @@ bool convertSound(const std::string& source, const std::string& target, const So
     Sound to(sf_open(target.c_str(), SFM_WRITE, &targetInfo));
     if (!to) {
         *problem = sf_strerror(nullptr);
+        removeFile(target);
         return false;
     }
     // A peak above full scale has to clip, not wrap around.
@@ -92,8 +98,7 @@ bool convertSound(const std::string& source, const std::string& target, const So
     const bool closed = sf_close(to.release()) == 0;
     if (!copied || !closed) {
         *problem = "the frames could not be converted";
-        std::error_code ignored;
-        std::filesystem::remove(target, ignored);
+        removeFile(target);
         return false;
     }
     return true;
