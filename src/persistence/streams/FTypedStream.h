@@ -1,0 +1,105 @@
+// FTypedStream: values and texts over the raw table, written once for every format.
+//
+// Values go as they stand in memory (little endian), or byte-reversed when the stream's swap word isn't 0. Each value
+// is one raw call. Every operation tells success as a boolean; a read that falls short clears its target. The array
+// forms go element by element, stop at the first failure, and a read clears the element that failed, leaving those
+// behind it.
+#pragma once
+
+#include "persistence/streams/IRawStream.h"
+
+#include <cstdint>
+#include <memory>
+
+namespace tessera {
+
+class FString;
+class FStringRef;
+
+class FTypedStream : public IRawStream {
+public:
+    // The longest block that readStr8 takes, its NUL included.
+    static constexpr std::int32_t kMaximumStr8Length = 0x40000;
+
+    // 0 for little endian. It belongs to the format of the stream's content and stays for the stream's life.
+    std::uint16_t getSwap() const { return swap_; }
+    void setSwap(std::uint16_t swap) { swap_ = swap; }
+
+    bool writeChar8(char value);
+    bool readChar8(char& value);
+    bool writeInt8(std::int8_t value);
+    bool readInt8(std::int8_t& value);
+    bool writeUInt8(std::uint8_t value);
+    bool readUInt8(std::uint8_t& value);
+
+    bool writeInt16(std::int16_t value);
+    bool readInt16(std::int16_t& value);
+    bool writeUInt16(std::uint16_t value);
+    bool readUInt16(std::uint16_t& value);
+    bool writeInt32(std::int32_t value);
+    bool readInt32(std::int32_t& value);
+    bool writeUInt32(std::uint32_t value);
+    bool readUInt32(std::uint32_t& value);
+    bool writeInt64(std::int64_t value);
+    bool readInt64(std::int64_t& value);
+    bool writeUInt64(std::uint64_t value);
+    bool readUInt64(std::uint64_t& value);
+    bool writeFloat(float value);
+    bool readFloat(float& value);
+    bool writeDouble(double value);
+    bool readDouble(double& value);
+    // A 16-bit word, 0 or 1 on the way out; any other word than 0 is true.
+    bool writeBool(bool value);
+    bool readBool(bool& value);
+
+    bool writeInt16Array(const std::int16_t* values, std::int32_t count);
+    bool readInt16Array(std::int16_t* values, std::int32_t count);
+    bool writeUInt16Array(const std::uint16_t* values, std::int32_t count);
+    bool readUInt16Array(std::uint16_t* values, std::int32_t count);
+    bool writeInt32Array(const std::int32_t* values, std::int32_t count);
+    bool readInt32Array(std::int32_t* values, std::int32_t count);
+    bool writeUInt32Array(const std::uint32_t* values, std::int32_t count);
+    bool readUInt32Array(std::uint32_t* values, std::int32_t count);
+    bool writeInt64Array(const std::int64_t* values, std::int32_t count);
+    bool readInt64Array(std::int64_t* values, std::int32_t count);
+    bool writeUInt64Array(const std::uint64_t* values, std::int32_t count);
+    bool readUInt64Array(std::uint64_t* values, std::int32_t count);
+    bool writeFloatArray(const float* values, std::int32_t count);
+    bool readFloatArray(float* values, std::int32_t count);
+    bool writeDoubleArray(const double* values, std::int32_t count);
+    bool readDoubleArray(double* values, std::int32_t count);
+
+    // The bytes of the text, with a NUL behind them if asked. False for a null text.
+    bool writeString8(const char* text, bool terminate);
+    // The 16-bit units of the text, each reversed under swap, with the terminator if asked. False for a null text.
+    bool writeWide(const char16_t* text, bool terminate);
+
+    // A 32-bit length that counts the NUL, the bytes, the NUL. A null text is the length 0 and nothing else.
+    bool writeStr8(const char* text);
+    // Null when the length is below 1 or above kMaximumStr8Length, or when the text comes short. The block has a NUL of
+    // its own behind the bytes that were read.
+    std::unique_ptr<char[]> readStr8();
+
+    // Reads byte by byte up to a line feed or a NUL, which is taken off the stream and not delivered, nor is a carriage
+    // return before the line feed. At most size - 1 characters; what doesn't fit is left for the next call. The buffer
+    // is always terminated. Gives the length; an empty line and the end of the stream are both 0.
+    std::int32_t readLine(char* buffer, std::int32_t size);
+
+    // One text with a closing NUL: ASCII as it is, anything else as UTF-8 behind the bytes EF BB BF.
+    bool writeTextLine(const FStringRef& text);
+    // A line up to a NUL, a line feed or the end. Text behind EF BB BF comes out as 16-bit text, all other stays 8-bit.
+    // False, and an empty text, when the stream has nothing left.
+    bool readTextLine(FString& text);
+
+protected:
+    FTypedStream() = default;
+    FTypedStream(const FTypedStream&) = default;
+    FTypedStream& operator=(const FTypedStream&) = default;
+    ~FTypedStream() = default;
+
+private:
+    // Right behind the table of the raw operations.
+    std::uint16_t swap_ = 0;
+};
+
+} // namespace tessera
