@@ -1,0 +1,66 @@
+// Folder: a folder held open, its entries, and what can be done with them by name.
+//
+// Whatever happens to the folder's path meanwhile, names mean entries of this folder; no operation here goes through a
+// link, so none can be led out of it. Path texts are 16-bit with backslashes, as in Files.h; names are single
+// components. Errors are the system's numbers, 0 for none. Move-only; one thread at a time.
+#pragma once
+
+#include "platform/Files.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace tessera::platform {
+
+struct FolderEntry {
+    std::u16string_view name;
+    // A link is followed for these two, unless it leads nowhere or its name ends in ".lnk".
+    bool isFolder = false;
+    std::int64_t size = 0;
+    // Last change of the content, in seconds since 1970 in UTC, rounded down.
+    std::int64_t modified = 0;
+    bool isLink = false;
+    bool isHidden = false;
+};
+
+class Folder {
+public:
+    Folder();
+    Folder(Folder&& other) noexcept;
+    Folder& operator=(Folder&& other) noexcept;
+    ~Folder();
+
+    // Links in the path are followed, as the user named it.
+    static Folder open(std::u16string_view path, std::int32_t& error);
+
+    bool isOpen() const { return state_ != nullptr; }
+    // The next entry, or null at the end. The name is valid until the next call. Entries that vanish meanwhile and
+    // names that have no path form are left out, and so are "." and "..".
+    const FolderEntry* next();
+    void rewind();
+
+    // A sub-folder that is no link.
+    Folder openFolder(std::u16string_view name, std::int32_t& error) const;
+    // A new one.
+    Folder makeFolder(std::u16string_view name, std::int32_t& error) const;
+    // For reading, if it is a file and no link.
+    NativeFile openFile(std::u16string_view name, std::int32_t& error) const;
+    // A new one, for writing.
+    NativeFile makeFile(std::u16string_view name, std::int32_t& error) const;
+    // A new link that says what the link `name` of the other folder says.
+    bool copyLink(std::u16string_view name, const Folder& from, std::int32_t& error) const;
+    // A file or a link, the latter itself.
+    bool deleteFile(std::u16string_view name, std::int32_t& error) const;
+    // An empty one.
+    bool deleteFolder(std::u16string_view name, std::int32_t& error) const;
+
+private:
+    struct State;
+    explicit Folder(std::unique_ptr<State> state);
+
+    std::unique_ptr<State> state_;
+};
+
+} // namespace tessera::platform
