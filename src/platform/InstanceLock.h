@@ -1,0 +1,32 @@
+// InstanceLock: at most one holder per file among all processes of the machine, for as long as the holder lives.
+//
+// The file is created if need be, and its content doesn't matter. A crash lets the lock go. Move-only; the lock goes
+// with the object. Paths are UTF-8 in the platform's own form.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <utility>
+
+namespace tessera::platform {
+
+class InstanceLock {
+public:
+    // Nothing when somebody else holds it, or when the file can't be opened.
+    static std::optional<InstanceLock> tryAcquire(const std::string& path);
+
+    InstanceLock(InstanceLock&& other) noexcept : handle_(std::exchange(other.handle_, -1)) {}
+    InstanceLock& operator=(InstanceLock&& other) noexcept {
+        std::swap(handle_, other.handle_);
+        return *this;
+    }
+    ~InstanceLock();
+
+private:
+    explicit InstanceLock(std::intptr_t handle) : handle_(handle) {}
+
+    std::intptr_t handle_;
+};
+
+} // namespace tessera::platform
