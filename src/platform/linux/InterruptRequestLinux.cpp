@@ -1,6 +1,7 @@
 #include "platform/InterruptRequest.h"
 
 #include <csignal>
+#include <initializer_list>
 
 namespace tessera::platform {
 namespace {
