@@ -10,6 +10,7 @@
 #include "foundation/object/FUID.h"
 
 #include <memory>
+#include <vector>
 
 namespace tessera {
 
@@ -44,9 +45,8 @@ public:
     // the plain class name. A foreign object is stored under its class identifier. False when there is no such name.
     bool getPersistentClassName(IBaseUnknown* object, IStringSource* target, bool useRegistry) const;
 
-    // Each registered record once per table that it stands in: for checks over all of them.
-    template <class Function>
-    void forEachRecord(Function&& function) const;
+    // Every registered record once: for checks over all of them.
+    std::vector<const FMetaClass*> getRecords() const;
 
 private:
     class Tables;

@@ -36,8 +36,6 @@ public:
     bool isEqual(const CmObject* other) const override;
     bool read(FStream& stream) override;
     bool write(FStream& stream) const override;
-    bool storeAttributes(FAttributes& attributes) const override;
-    bool restoreAttributes(FAttributes& attributes) override;
 
 private:
     FRefPtr<IBaseUnknown> object_;

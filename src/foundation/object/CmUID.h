@@ -23,8 +23,6 @@ public:
     CmUID* clone() const override;
     bool read(FStream& stream) override;
     bool write(FStream& stream) const override;
-    bool storeAttributes(FAttributes& attributes) const override;
-    bool restoreAttributes(FAttributes& attributes) override;
 
     // Two digits to a byte in memory order, upper case. At most 32 characters are read; what is no digit counts 0.
     void toMemoryDigits(char* buffer) const;

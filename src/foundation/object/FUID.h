@@ -31,6 +31,8 @@ public:
     bool generate();
     bool isValid() const;
 
+    void setBytes(const FUIDBytes& bytes) { bytes_ = bytes; }
+
     // The four words as they are written in source texts: l1 is the first word, l2 the two 16-bit words with the first
     // one high, l3 and l4 the last eight bytes, highest first.
     void getLongs(std::uint32_t& l1, std::uint32_t& l2, std::uint32_t& l3, std::uint32_t& l4) const;

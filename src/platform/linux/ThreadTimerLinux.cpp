@@ -1,0 +1,86 @@
+#include "platform/ThreadTimer.h"
+
+#include <algorithm>
+#include <chrono>
+#include <utility>
+#include <vector>
+
+namespace tessera::platform {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+} // namespace
+
+class ThreadTimer::State {
+public:
+    State(std::uint32_t periodMs, Tick function)
+        : period(periodMs), due(Clock::now() + period), tick(std::move(function)) {}
+
+    std::chrono::milliseconds period;
+    Clock::time_point due;
+    Tick tick;
+    // Cleared when the timer goes, which may be in the middle of a run of the loop.
+    bool alive = true;
+};
+
+namespace {
+
+using Timers = std::vector<std::shared_ptr<ThreadTimer::State>>;
+
+// The calling thread's timers, in no order that matters.
+Timers& threadTimers() {
+    thread_local Timers timers;
+    return timers;
+}
+
+} // namespace
+
+ThreadTimer::ThreadTimer(std::uint32_t periodMs, Tick tick)
+    : state_(std::make_shared<State>(periodMs, std::move(tick))) {
+    threadTimers().push_back(state_);
+}
+
+ThreadTimer::~ThreadTimer() {
+    state_->alive = false;
+    std::erase(threadTimers(), state_);
+}
+
+bool ThreadTimer::isRunning() const {
+    return true;
+}
+
+int runDueTimers() {
+    const Clock::time_point now = Clock::now();
+    // Ticks make and destroy timers, so the run goes over a list of its own; it keeps the state, and with it the
+    // function that is just running, alive.
+    Timers dueTimers;
+    std::copy_if(threadTimers().begin(), threadTimers().end(), std::back_inserter(dueTimers),
+                 [now](const auto& timer) { return timer->due <= now; });
+    std::stable_sort(dueTimers.begin(), dueTimers.end(), [](const auto& a, const auto& b) { return a->due < b->due; });
+    int count = 0;
+    for (const auto& timer : dueTimers) {
+        // A tick that runs the loop again has the later ones told there already.
+        if (!timer->alive || timer->due > now) {
+            continue;
+        }
+        timer->due = now + timer->period;
+        timer->tick();
+        ++count;
+    }
+    return count;
+}
+
+std::int64_t millisecondsToNextTimer() {
+    const Timers& timers = threadTimers();
+    if (timers.empty()) {
+        return -1;
+    }
+    const auto next =
+        std::min_element(timers.begin(), timers.end(), [](const auto& a, const auto& b) { return a->due < b->due; });
+    // Rounded up: whoever sleeps that long finds the timer due.
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>((*next)->due - Clock::now());
+    return std::max<std::int64_t>(0, left.count());
+}
+
+} // namespace tessera::platform
