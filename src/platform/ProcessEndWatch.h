@@ -5,14 +5,14 @@
 // thread at a time.
 #pragma once
 
+#include <cstdint>
 #include <functional>
-#include <memory>
 
 namespace tessera::platform {
 
 class ProcessEndWatch {
 public:
-    ProcessEndWatch();
+    ProcessEndWatch() = default;
     ProcessEndWatch(const ProcessEndWatch&) = delete;
     ProcessEndWatch& operator=(const ProcessEndWatch&) = delete;
     ~ProcessEndWatch();
@@ -24,8 +24,8 @@ public:
     void stop();
 
 private:
-    struct Entry;
-    std::shared_ptr<Entry> entry_;
+    // Linux: the key with the watching thread. Windows: where the registered wait is kept. 0 while idle.
+    std::uint64_t watch_ = 0;
 };
 
 } // namespace tessera::platform

@@ -27,7 +27,7 @@ public:
     // Empty when there is no such process or it may not be reached.
     static Process open(int processId);
 
-    explicit operator bool() const { return handle_ != -1; }
+    explicit operator bool() const { return id_ != -1; }
     int id() const { return id_; }
     bool isRunning() const;
     // Ends it at once, with no chance to clean up, and lets it go.

@@ -51,8 +51,8 @@ private:
     int remove(const void* lock, Mode mode);
 
     Entry entries_[kCapacity];
-    Entry* top_ = entries_ - 1;
-    Entry* cached_ = entries_;
+    int used_ = 0;             // entries up to here are in use, cleared ones among them
+    Entry* cached_ = entries_; // the one that was hit last
     std::uint32_t references_ = 1;
 };
 

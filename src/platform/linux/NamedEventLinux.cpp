@@ -1,0 +1,197 @@
+#include "platform/NamedEvent.h"
+
+#include "platform/TemporaryFolder.h"
+#include "platform/linux/Futex.h"
+
+#include <atomic>
+#include <cstring>
+#include <fcntl.h>
+#include <string>
+#include <sys/file.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+
+namespace tessera::platform {
+
+namespace {
+
+constexpr std::uint32_t kSet = 1;
+constexpr std::uint32_t kOneSleeper = 2;
+constexpr std::size_t kSize = sizeof(std::uint32_t);
+constexpr std::size_t kLongestName = 255;
+
+bool canNameFile(const char* name) {
+    return std::strlen(name) <= kLongestName && std::strchr(name, '/') == nullptr && std::strcmp(name, ".") != 0 &&
+           std::strcmp(name, "..") != 0;
+}
+
+// The folder of events, made if it's missing; empty when there is none.
+std::string eventsFolder() {
+    std::string folder = temporaryFolder();
+    if (folder.empty()) {
+        return folder;
+    }
+    for (const char* part : {"/Marlgrove", "/Events"}) {
+        folder += part;
+        if (mkdir(folder.c_str(), 0700) != 0 && errno != EEXIST) {
+            return {};
+        }
+    }
+    return folder;
+}
+
+bool lock(int file, int operation) {
+    while (flock(file, operation) != 0) {
+        if (errno != EINTR) {
+            return false;
+        }
+    }
+    return true;
+}
+
+// The first holder finds whatever its predecessors left. It writes over the word rather than cutting the file to
+// nothing, so that there is never a moment at which somebody could map an empty file.
+bool clearWord(int file) {
+    const std::uint32_t unset = 0;
+    return pwrite(file, &unset, kSize, 0) == static_cast<ssize_t>(kSize) && ftruncate(file, kSize) == 0;
+}
+
+bool joinHolders(int file) {
+    if (lock(file, LOCK_EX | LOCK_NB)) {
+        if (!clearWord(file)) {
+            return false;
+        }
+    } else if (errno != EWOULDBLOCK) {
+        return false;
+    }
+    // Going over from one lock to the other lets go for a moment. Another opener may get the exclusive one then, and
+    // clear the word once more: nobody can have set it yet, since whoever opens holds the shared lock before it does.
+    return lock(file, LOCK_SH);
+}
+
+bool hasTheWord(int file) {
+    struct stat status {};
+    return fstat(file, &status) == 0 && S_ISREG(status.st_mode) && status.st_size == static_cast<off_t>(kSize);
+}
+
+int openFile(const char* name) {
+    const std::string folder = eventsFolder();
+    if (folder.empty()) {
+        return -1;
+    }
+    const int file =
+        ::open((folder + "/" + name).c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0600);
+    if (file == -1) {
+        return -1;
+    }
+    if (!joinHolders(file) || !hasTheWord(file)) {
+        ::close(file);
+        return -1;
+    }
+    return file;
+}
+
+std::uint32_t* mapWord(int file) {
+    const int flags = file == -1 ? MAP_SHARED | MAP_ANONYMOUS : MAP_SHARED;
+    void* memory = mmap(nullptr, kSize, PROT_READ | PROT_WRITE, flags, file, 0);
+    return memory == MAP_FAILED ? nullptr : static_cast<std::uint32_t*>(memory);
+}
+
+// Somebody who writes the word as a whole may have wiped the count.
+std::uint32_t withoutOneSleeper(std::uint32_t word) {
+    return word >= kOneSleeper ? word - kOneSleeper : word;
+}
+
+bool takeIfSet(std::atomic_ref<std::uint32_t> word) {
+    std::uint32_t seen = word.load();
+    while ((seen & kSet) != 0) {
+        if (word.compare_exchange_weak(seen, seen & ~kSet)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+// Takes this sleeper off the count, and the flag with it if it's set: whether it was.
+bool wakeUp(std::atomic_ref<std::uint32_t> word) {
+    std::uint32_t seen = word.load();
+    while (!word.compare_exchange_weak(seen, withoutOneSleeper(seen) & ~kSet)) {
+    }
+    return (seen & kSet) != 0;
+}
+
+} // namespace
+
+NamedEvent::NamedEvent(NamedEvent&& other) noexcept
+    : word_(std::exchange(other.word_, nullptr)), file_(std::exchange(other.file_, -1)) {}
+
+NamedEvent& NamedEvent::operator=(NamedEvent&& other) noexcept {
+    if (this != &other) {
+        close();
+        word_ = std::exchange(other.word_, nullptr);
+        file_ = std::exchange(other.file_, -1);
+    }
+    return *this;
+}
+
+NamedEvent NamedEvent::open(const char* name, Reset) {
+    NamedEvent event;
+    if (name != nullptr && *name != '\0') {
+        event.file_ = canNameFile(name) ? openFile(name) : -1;
+        if (event.file_ == -1) {
+            return event;
+        }
+    }
+    event.word_ = mapWord(event.file_);
+    return event;
+}
+
+bool NamedEvent::signal() {
+    if (word_ == nullptr) {
+        return false;
+    }
+    const std::uint32_t before = std::atomic_ref(*word_).fetch_or(kSet);
+    if (before >= kOneSleeper) {
+        // All of them, though only one will find the flag: the one that is woken may be killed before it looks.
+        futexWake(word_, INT_MAX, FutexScope::shared);
+    }
+    return true;
+}
+
+NamedEvent::WaitResult NamedEvent::wait(std::uint32_t timeoutMs) {
+    if (word_ == nullptr) {
+        return WaitResult::failed;
+    }
+    std::atomic_ref word(*word_);
+    if (takeIfSet(word)) {
+        return WaitResult::signalled;
+    }
+    if (timeoutMs == 0) {
+        return WaitResult::timedOut;
+    }
+    const Deadline deadline(timeoutMs);
+    std::uint32_t seen = word.fetch_add(kOneSleeper) + kOneSleeper;
+    for (;;) {
+        const bool inTime = (seen & kSet) != 0 || futexWait(word_, seen, deadline, FutexScope::shared);
+        seen = word.load();
+        if (!inTime) {
+            return wakeUp(word) ? WaitResult::signalled : WaitResult::timedOut;
+        }
+        while ((seen & kSet) != 0) {
+            if (word.compare_exchange_weak(seen, withoutOneSleeper(seen) & ~kSet)) {
+                return WaitResult::signalled;
+            }
+        }
+    }
+}
+
+void NamedEvent::close() {
+    if (word_ != nullptr) {
+        munmap(std::exchange(word_, nullptr), kSize);
+    }
+    if (file_ != -1) {
+        ::close(std::exchange(file_, -1));
+    }
+}
+
+} // namespace tessera::platform
