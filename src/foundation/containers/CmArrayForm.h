@@ -51,7 +51,7 @@ protected:
 
     bool isIndex(std::int32_t index) const { return index >= 0 && index < count_; }
     // Room for one more; false when the growth or the memory doesn't allow it.
-    bool makeRoom();
+    bool makeRoom() { return count_ < size_ || grow(); }
     // Moves the tail up and stores. There must be room.
     void insertUnchecked(std::int32_t index, CmObject* element);
 

@@ -28,8 +28,12 @@ public:
     CmAssociation* clone() const override;
 
 private:
+    friend class CmBTreeDictionary;
+
     CmObject* key_ = nullptr;
     CmObject* value_ = nullptr;
+    // A dictionary that owns nothing made this one itself, and has to delete it when it leaves.
+    bool madeByDictionary_ = false;
 };
 
 } // namespace tessera

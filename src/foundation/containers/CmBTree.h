@@ -46,30 +46,36 @@ protected:
         std::int32_t index = 0;
     };
 
+    // Where a new element goes: behind how many keys of which leaf. No leaf in an empty tree.
+    struct Place {
+        Node* leaf = nullptr;
+        std::int32_t index = 0;
+    };
+
     Position locate(const CmObject* element) const;
     CmObject* elementAt(const Position& position) const;
-    // Takes the key out without a drop.
-    CmObject* take(const Position& position);
+    // With equal given, the way down ends at the first equal element, which is stored there.
+    Place placeFor(const CmObject* element, Position* equal) const;
+    bool insertAtPlace(const Place& place, CmObject* element);
+    bool removeAtPosition(const Position& position);
+
+    // Every way in and every way out of the tree; the dictionary keeps more than the element.
+    virtual void retainKey(CmObject* element) const { retain(element); }
+    virtual void dropKey(CmObject* element) const { drop(element); }
 
 private:
     class Iterator;
 
     Node* newNode() const;
-    static void freeNode(Node* node);
-    static std::int32_t childIndexFor(const Node* node, const CmObject* element);
-    static std::int32_t indexInParent(const Node* node);
-    static void insertKey(Node* node, std::int32_t index, CmObject* key, Node* right);
-    static void removeKeyAt(Node* node, std::int32_t keyIndex, std::int32_t childIndex);
-    static void appendAll(Node* target, CmObject* between, const Node* source);
-    bool splitUpward(Node* node, Node** spare);
+    Node* newNodesFor(const Node* leaf) const;
+    void insertKey(Node* node, std::int32_t index, CmObject* key, Node*& spare);
+    CmObject* take(const Position& position);
     void rebalance(Node* node);
     void shrinkRoot();
+    Position positionAt(std::int32_t index) const;
     Position firstPosition() const;
     Position lastPosition() const;
-    static Position successor(Position position);
-    static Position predecessor(Position position);
     Position lowerBound(const CmObject* element) const;
-    void freeSubtree(Node* node);
 
     std::int32_t order_;
     Node* root_ = nullptr;

@@ -21,10 +21,6 @@ public:
 
     // False for what is no CmAssociation, and for a key that is there.
     bool add(CmObject* element) override;
-    bool removeAtIterator(CmIterator& iterator) override;
-    bool remove(CmObject* element) override;
-    bool removeAt(std::int32_t index) override;
-    void removeAll() override;
 
     // A new entry; false, and nothing changed, for a null key and for one that is there.
     bool set(CmObject* key, CmObject* value);
@@ -37,6 +33,11 @@ public:
     bool containsKey(const CmObject* key) const { return getAssociation(key) != nullptr; }
     // 1 or 0.
     std::int32_t countKey(const CmObject* key) const { return containsKey(key) ? 1 : 0; }
+
+protected:
+    void retainKey(CmObject* element) const override;
+    void dropKey(CmObject* element) const override;
+    void discard(CmObject* element) const override;
 };
 
 } // namespace tessera

@@ -79,6 +79,9 @@ protected:
     void retain(CmObject* element) const;
     void drop(CmObject* element) const;
 
+    // Gives up an element that was made for this container, as a copy or out of a stream, and didn't get in.
+    virtual void discard(CmObject* element) const { element->release(); }
+
     // The stream form behind what an array puts first.
     bool readElements(FStream& stream);
     bool writeElements(FStream& stream) const;

@@ -40,7 +40,6 @@ public:
     bool containsInstance(const CmObject* element) const override;
     std::int32_t countOf(const CmObject* element) const override;
     std::unique_ptr<CmIterator> newIterator() const override;
-    bool copyFrom(const CmContainer& other) override;
 
     bool getAutoGrow() const { return autoGrow_; }
     void setAutoGrow(bool autoGrow) { autoGrow_ = autoGrow; }
@@ -64,9 +63,10 @@ private:
     };
     class Iterator;
 
-    static std::unique_ptr<Bucket[]> newBuckets(std::int32_t size);
     static void append(Bucket& bucket, Node* node);
-    std::int32_t bucketOf(const CmObject* element, std::int32_t size) const;
+    // There must be buckets.
+    std::int32_t bucketOf(const CmObject* element) const;
+    Position positionIn(std::int32_t bucket, const CmObject* element) const;
     Position positionOf(const CmObject* element) const;
     Position positionAt(std::int32_t index) const;
     void removeNode(const Position& position);

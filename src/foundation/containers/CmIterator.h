@@ -24,11 +24,11 @@ public:
     virtual void first() = 0;
     virtual void last() = 0;
     // From the front to the first element that is this very object; done, and false, when there is none.
-    virtual bool seek(const CmObject* element) = 0;
+    virtual bool seek(const CmObject* element);
     // Moves by so many elements and gives the element reached, null past either end. A negative count moves the other
     // way.
-    virtual CmObject* advance(std::int32_t count) = 0;
-    virtual CmObject* retreat(std::int32_t count) = 0;
+    virtual CmObject* advance(std::int32_t count);
+    virtual CmObject* retreat(std::int32_t count);
 
     const CmContainer& container() const { return container_; }
 

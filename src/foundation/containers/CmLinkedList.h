@@ -41,7 +41,7 @@ private:
     };
     class Iterator;
 
-    static Node* newNode(CmObject* element, Node* next);
+    Node* nodeBeforeIndex(std::int32_t index) const;
     bool insertAfter(Node* before, CmObject* element);
     CmObject* takeAfter(Node* before);
 

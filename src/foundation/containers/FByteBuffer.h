@@ -34,6 +34,8 @@ public:
     void clear();
 
 private:
+    std::int32_t roundedUp(std::int32_t size) const;
+
     std::uint8_t* data_ = nullptr;
     std::int32_t size_ = 0;
     std::int32_t fill_ = 0;

@@ -1,0 +1,185 @@
+#include "foundation/containers/CmArrayForm.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <limits>
+#include <utility>
+
+namespace tessera {
+
+class CmArrayForm::Iterator final : public CmIterator {
+public:
+    explicit Iterator(const CmArrayForm& array) : CmIterator(array), array_(array) {}
+
+    bool isDone() const override { return !array_.isIndex(index_); }
+    CmObject* next() override {
+        CmObject* element = current();
+        moveTo(element != nullptr ? index_ + 1 : kDone);
+        return element;
+    }
+    CmObject* previous() override {
+        CmObject* element = current();
+        moveTo(element != nullptr ? index_ - 1 : kDone);
+        return element;
+    }
+    CmObject* current() const override { return array_.at(index_); }
+    void first() override { index_ = 0; }
+    void last() override { moveTo(array_.count_ - 1); }
+    bool seek(const CmObject* element) override {
+        moveTo(array_.indexOfInstance(element));
+        return index_ != kDone;
+    }
+    CmObject* advance(std::int32_t count) override {
+        moveTo(isDone() ? kDone : static_cast<std::int64_t>(index_) + count);
+        return current();
+    }
+    CmObject* retreat(std::int32_t count) override {
+        moveTo(isDone() ? kDone : static_cast<std::int64_t>(index_) - count);
+        return current();
+    }
+    std::int32_t index() const { return index_; }
+
+private:
+    static constexpr std::int32_t kDone = -1;
+
+    // One place for done, so that an element appended later doesn't bring the iterator back.
+    void moveTo(std::int64_t index) {
+        index_ = index >= 0 && index < array_.count_ ? static_cast<std::int32_t>(index) : kDone;
+    }
+
+    const CmArrayForm& array_;
+    std::int32_t index_ = 0;
+};
+
+CmArrayForm::CmArrayForm(std::int32_t capacity, std::int32_t growth) : growth_(growth) {
+    if (capacity > 0) {
+        reallocate(capacity);
+    }
+}
+
+CmArrayForm::~CmArrayForm() {
+    CmArrayForm::removeAll();
+}
+
+bool CmArrayForm::removeAtIterator(CmIterator& iterator) {
+    // The following element moves to the iterator's index.
+    return &iterator.container() == this && removeAt(static_cast<Iterator&>(iterator).index());
+}
+
+bool CmArrayForm::remove(CmObject* element) {
+    return removeAt(indexOfInstance(element));
+}
+
+bool CmArrayForm::removeAt(std::int32_t index) {
+    if (!isIndex(index)) {
+        return false;
+    }
+    CmObject* element = data_[index];
+    std::copy(data_ + index + 1, data_ + count_, data_ + index);
+    --count_;
+    drop(element);
+    return true;
+}
+
+void CmArrayForm::removeAll() {
+    // Taken out first: an element's destructor may look at this array.
+    CmObject** elements = std::exchange(data_, nullptr);
+    const std::int32_t count = std::exchange(count_, 0);
+    size_ = 0;
+    for (std::int32_t index = 0; index < count; ++index) {
+        drop(elements[index]);
+    }
+    std::free(elements);
+}
+
+CmObject* CmArrayForm::find(const CmObject* element) const {
+    return at(indexOf(element));
+}
+
+std::int32_t CmArrayForm::indexOf(const CmObject* element) const {
+    if (element == nullptr) {
+        return -1;
+    }
+    for (std::int32_t index = 0; index < count_; ++index) {
+        if (data_[index]->isEqual(element)) {
+            return index;
+        }
+    }
+    return -1;
+}
+
+std::unique_ptr<CmIterator> CmArrayForm::newIterator() const {
+    return std::make_unique<Iterator>(*this);
+}
+
+bool CmArrayForm::insertAt(std::int32_t index, CmObject* element) {
+    if (element == nullptr || index < 0 || index > count_ || !makeRoom()) {
+        return false;
+    }
+    insertUnchecked(index, element);
+    return true;
+}
+
+bool CmArrayForm::setCapacity(std::int32_t count) {
+    if (count < 0) {
+        return false;
+    }
+    while (count_ > count) {
+        drop(data_[--count_]);
+    }
+    return reallocate(count);
+}
+
+bool CmArrayForm::reserve(std::int32_t count) {
+    return count <= size_ || reallocate(count);
+}
+
+void CmArrayForm::sort() {
+    std::stable_sort(data_, data_ + count_, [](const CmObject* a, const CmObject* b) { return a->compare(b) < 0; });
+}
+
+bool CmArrayForm::setAt(std::int32_t index, CmObject* element) {
+    if (element == nullptr || !isIndex(index)) {
+        return false;
+    }
+    // The new one first: it may be the one that stands there.
+    retain(element);
+    drop(std::exchange(data_[index], element));
+    return true;
+}
+
+std::int32_t CmArrayForm::indexOfInstance(const CmObject* element) const {
+    const auto* end = data_ + count_;
+    const auto* found = std::find(data_, data_ + count_, element);
+    return found != end ? static_cast<std::int32_t>(found - data_) : -1;
+}
+
+void CmArrayForm::insertUnchecked(std::int32_t index, CmObject* element) {
+    std::copy_backward(data_ + index, data_ + count_, data_ + count_ + 1);
+    data_[index] = element;
+    ++count_;
+    retain(element);
+}
+
+bool CmArrayForm::grow() {
+    const std::int32_t step = growth_ == kDoubling ? (size_ == 0 ? kDefaultGrowth : size_) : growth_;
+    return step > 0 && size_ <= std::numeric_limits<std::int32_t>::max() - step && reallocate(size_ + step);
+}
+
+bool CmArrayForm::reallocate(std::int32_t capacity) {
+    if (capacity == 0) {
+        std::free(std::exchange(data_, nullptr));
+        size_ = 0;
+        return true;
+    }
+    // realloc, because it remaps a big block where new and copy would touch every page.
+    void* block = std::realloc(static_cast<void*>(data_), static_cast<std::size_t>(capacity) * sizeof(CmObject*));
+    if (block == nullptr) {
+        return false;
+    }
+    data_ = static_cast<CmObject**>(block);
+    size_ = capacity;
+    return true;
+}
+
+} // namespace tessera

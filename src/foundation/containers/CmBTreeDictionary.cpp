@@ -1,0 +1,122 @@
+#include "foundation/containers/CmBTreeDictionary.h"
+
+#include <new>
+
+namespace tessera {
+
+CmBTreeDictionary::~CmBTreeDictionary() {
+    // Here and not in the tree's destructor, where dropKey would no longer know of keys and values.
+    removeAll();
+}
+
+CmBTreeDictionary* CmBTreeDictionary::clone() const {
+    auto* copy = new CmBTreeDictionary(getOrder());
+    copy->copyFrom(*this);
+    return copy;
+}
+
+bool CmBTreeDictionary::add(CmObject* element) {
+    const auto* association = cmCast<CmAssociation>(element);
+    if (association == nullptr || association->getKey() == nullptr) {
+        return false;
+    }
+    Position equal;
+    const Place place = placeFor(association, &equal);
+    return equal.node == nullptr && insertAtPlace(place, element);
+}
+
+bool CmBTreeDictionary::set(CmObject* key, CmObject* value) {
+    if (key == nullptr) {
+        return false;
+    }
+    const CmAssociation wanted(key, nullptr);
+    Position equal;
+    const Place place = placeFor(&wanted, &equal);
+    if (equal.node != nullptr) {
+        return false;
+    }
+    auto* association = new (std::nothrow) CmAssociation(key, value);
+    if (association == nullptr) {
+        return false;
+    }
+    if (!insertAtPlace(place, association)) {
+        association->release();
+        return false;
+    }
+    association->madeByDictionary_ = getOwnership() == CmOwnership::none;
+    if (getOwnership() == CmOwnership::shared) {
+        // The tree holds a reference of its own now.
+        association->release();
+    }
+    return true;
+}
+
+bool CmBTreeDictionary::replace(CmObject* key, CmObject* value) {
+    CmAssociation* association = getAssociation(key);
+    if (association == nullptr) {
+        return false;
+    }
+    CmObject* old = association->getValue();
+    // The new one first: it may be the old one.
+    if (value != nullptr) {
+        retain(value);
+    }
+    association->setValue(value);
+    if (old != nullptr) {
+        drop(old);
+    }
+    return true;
+}
+
+bool CmBTreeDictionary::removeKey(const CmObject* key) {
+    const CmAssociation wanted(const_cast<CmObject*>(key), nullptr);
+    return removeAtPosition(locate(&wanted));
+}
+
+CmObject* CmBTreeDictionary::get(const CmObject* key) const {
+    const CmAssociation* association = getAssociation(key);
+    return association != nullptr ? association->getValue() : nullptr;
+}
+
+CmAssociation* CmBTreeDictionary::getAssociation(const CmObject* key) const {
+    const CmAssociation wanted(const_cast<CmObject*>(key), nullptr);
+    return static_cast<CmAssociation*>(find(&wanted));
+}
+
+void CmBTreeDictionary::retainKey(CmObject* element) const {
+    const auto* association = static_cast<const CmAssociation*>(element);
+    retain(association->getKey());
+    if (association->getValue() != nullptr) {
+        retain(association->getValue());
+    }
+    retain(element);
+}
+
+void CmBTreeDictionary::dropKey(CmObject* element) const {
+    const auto* association = static_cast<const CmAssociation*>(element);
+    CmObject* key = association->getKey();
+    CmObject* value = association->getValue();
+    if (association->madeByDictionary_ && getOwnership() == CmOwnership::none) {
+        element->release();
+    } else {
+        drop(element);
+    }
+    drop(key);
+    if (value != nullptr) {
+        drop(value);
+    }
+}
+
+void CmBTreeDictionary::discard(CmObject* element) const {
+    // The association refers to its key and value without owning them; here they came with it.
+    if (const auto* association = cmCast<CmAssociation>(element)) {
+        for (CmObject* part : {association->getKey(), association->getValue()}) {
+            if (part != nullptr) {
+                part->release();
+            }
+        }
+    }
+    element->release();
+}
+
+} // namespace tessera
