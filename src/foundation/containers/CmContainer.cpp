@@ -1,8 +1,34 @@
 #include "foundation/containers/CmContainer.h"
 
+#include "foundation/containers/ConcurrencyIteratorThread.h"
+#include "platform/Threads.h"
+
+#include <algorithm>
+#include <bit>
 #include <vector>
 
 namespace tessera {
+
+namespace {
+
+struct Division {
+    std::int32_t threads;
+    std::int32_t perThread;
+};
+
+Division divide(std::int32_t count, std::int32_t threads, std::int32_t minPerThread) {
+    if (threads < 1) {
+        threads = std::max(1, std::popcount(platform::processAffinityMask()));
+    }
+    Division division{threads, count / threads};
+    while (division.perThread < minPerThread && division.threads >= 2) {
+        --division.threads;
+        division.perThread = count / division.threads;
+    }
+    return division;
+}
+
+} // namespace
 
 bool CmContainer::contains(const CmObject* element) const {
     return find(element) != nullptr;
@@ -105,6 +131,37 @@ bool CmContainer::select(CmFunctor accept, CmContainer& result) const {
         }
     }
     return any;
+}
+
+bool CmContainer::forEachConcurrent(CmFunctor functor, std::int32_t threads, std::int32_t minPerThread) const {
+    const Division division = divide(getCount(), threads, minPerThread);
+    if (division.threads == 1 || division.perThread < minPerThread) {
+        return forEach(functor);
+    }
+    std::atomic<bool> stop = false;
+    std::vector<std::unique_ptr<ConcurrencyIteratorThread>> helpers;
+    std::int32_t start = 0;
+    for (std::int32_t index = 1; index < division.threads && !stop.load(std::memory_order_relaxed); ++index) {
+        auto iterator = newIterator();
+        iterator->advance(start);
+        auto helper =
+            std::make_unique<ConcurrencyIteratorThread>(std::move(iterator), division.perThread, functor, stop);
+        helper->start();
+        if (!helper->getHandle()) {
+            // Without a thread its elements are still to be visited.
+            helper->run();
+        }
+        helpers.push_back(std::move(helper));
+        start += division.perThread;
+    }
+    auto iterator = newIterator();
+    iterator->advance(start);
+    ConcurrencyIteratorThread(std::move(iterator), getCount() - start, functor, stop).run();
+    for (const auto& helper : helpers) {
+        helper->join();
+    }
+    // Kept as it has always been: the reverse of what the serial run answers.
+    return stop;
 }
 
 void CmContainer::retain(CmObject* element) const {
