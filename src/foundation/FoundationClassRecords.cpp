@@ -1,6 +1,14 @@
 // The class records of the foundation, in the order in which they are entered: a base stands before its children, an
 // alias behind its class. They stand in one source because the order of initialisation is fixed within a source alone.
 // A class that isn't in here can't be created or found by its name.
+#include "foundation/containers/CmArray.h"
+#include "foundation/containers/CmAssociation.h"
+#include "foundation/containers/CmBTreeDictionary.h"
+#include "foundation/containers/CmBuffer.h"
+#include "foundation/containers/CmHashTable.h"
+#include "foundation/containers/CmOrderedArray.h"
+#include "foundation/containers/CmQueue.h"
+#include "foundation/containers/CmStack.h"
 #include "foundation/object/CmClass.h"
 #include "foundation/object/CmDelegatingUnknown.h"
 #include "foundation/object/CmUID.h"
@@ -28,6 +36,19 @@ FMetaClass UHostList::metaClass("UHostList", &CmObject::metaClass, &createCmObje
 FMetaClass CmUID::metaClass("CmUID", &CmObject::metaClass, &createCmObject<CmUID>);
 FMetaClass CmDelegatingUnknown::metaClass("CmDelegatingUnknown", &CmObject::metaClass,
                                           &createCmObject<CmDelegatingUnknown>);
+
+// containers/
+FMetaClass CmContainer::metaClass("CmContainer", &CmObject::metaClass, nullptr);
+FMetaClass CmLinkedList::metaClass("CmLinkedList", &CmContainer::metaClass, &createCmObject<CmLinkedList>);
+FMetaClass CmQueue::metaClass("CmQueue", &CmLinkedList::metaClass, &createCmObject<CmQueue>);
+FMetaClass CmStack::metaClass("CmStack", &CmLinkedList::metaClass, &createCmObject<CmStack>);
+FMetaClass CmArray::metaClass("CmArray", &CmContainer::metaClass, &createCmObject<CmArray>);
+FMetaClass CmOrderedArray::metaClass("CmOrderedArray", &CmContainer::metaClass, &createCmObject<CmOrderedArray>);
+FMetaClass CmBTree::metaClass("CmBTree", &CmContainer::metaClass, &createCmObject<CmBTree>);
+FMetaClass CmBTreeDictionary::metaClass("CmBTreeDictionary", &CmBTree::metaClass, &createCmObject<CmBTreeDictionary>);
+FMetaClass CmHashTable::metaClass("CmHashTable", &CmContainer::metaClass, &createCmObject<CmHashTable>);
+FMetaClass CmAssociation::metaClass("CmAssociation", &CmObject::metaClass, &createCmObject<CmAssociation>);
+FMetaClass CmBuffer::metaClass("CmBuffer", &CmObject::metaClass, &createCmObject<CmBuffer>);
 
 // Services that other modules ask for by identifier; they have no name.
 namespace {
