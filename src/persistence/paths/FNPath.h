@@ -43,6 +43,9 @@ public:
     void setCachedSize(std::int32_t size) { cachedSize_ = size; }
 
 private:
+    // Whether the file's first bytes told its type.
+    bool detectType();
+
     std::int32_t cachedSize_ = -1;
 };
 

@@ -86,7 +86,10 @@ public:
     const FFileType& fileType() const { return fileType_; }
 
     PathKind getKind() const;
+    // Clears the mark.
     void setKind(PathKind kind);
+    // A mark beside the kind, for whoever wants one; a kind that isn't known carries none.
+    void setKindMark(bool mark);
     // Asks the system for a kind that isn't known. What isn't there stays unknown.
     void resolveKind() const;
     void setVisible(bool visible);
@@ -104,14 +107,16 @@ public:
     bool makeRelative(const FPath* base);
 
     // Order of path texts, separators first, so that what a folder holds follows it directly. Null comes first.
-    static std::int32_t comparePaths(const FPath* a, const FPath* b, bool caseSensitive);
-    // Line feeds behind separators, so that no line is longer than maxLine; lines shorter than minLine aren't broken,
-    // and a rest shorter than minTail stays where it is.
+    static int comparePaths(const FPath* a, const FPath* b, bool caseSensitive);
+    // Line feeds behind separators, so that no line is longer than maxLine unless a single component is; no line is
+    // made shorter than minLine, and a rest shorter than minTail isn't broken any more.
     static void wrapForDisplay(FString& text, std::int32_t minLine, std::int32_t maxLine, std::int32_t minTail);
 
     IHostPath& hostView() { return hostView_; }
 
 protected:
+    void setExtensionAsType(const FStringRef& extension);
+
     FString name_;
     FFileType fileType_;
     std::uint16_t flags_ = 0;

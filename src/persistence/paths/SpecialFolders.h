@@ -17,10 +17,11 @@ enum class UserFolder : std::int32_t {
 };
 
 enum class ProgramFolder : std::int32_t {
+    // The vendor's folder in commonFiles or, without that, in commonFilesOther.
     vendorCommonFiles = 0,
-    commonFilesOther = 1,
+    commonFiles = 1,
     programFilesOrCommon = 2,
-    commonFiles = 3,
+    commonFilesOther = 3,
     localApplicationData = 4,
     programFilesOther = 5,
     programFilesNative = 6,
@@ -35,7 +36,7 @@ enum class KnownFolder : std::int32_t {
     videos,
 };
 
-// Codes of the constructor that builds a path from a name and a folder.
+// What the constructor takes that builds a path from a name and a folder. Any other number has no folder.
 enum class PathFolder : std::int32_t {
     userData = 1,
     temporary = 2,
@@ -46,5 +47,7 @@ enum class PathFolder : std::int32_t {
 const FNPath* userFolder(UserFolder folder);
 const FNPath* programFolder(ProgramFolder folder);
 const FNPath* knownFolder(KnownFolder folder);
+// The temporary and the system folder are taken once and kept; those of the application are the service's.
+const FNPath* pathFolder(PathFolder folder);
 
 } // namespace tessera

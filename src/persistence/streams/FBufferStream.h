@@ -32,6 +32,8 @@ public:
     std::int64_t tell() override;
 
 private:
+    std::int64_t moveTo(std::int64_t position);
+
     CmBuffer& buffer_;
 };
 

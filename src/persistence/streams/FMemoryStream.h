@@ -21,6 +21,8 @@ public:
     FMemoryStream() = default;
     // Works on the caller's memory, which has to outlive the stream.
     FMemoryStream(void* memory, std::int32_t size);
+    // The same over memory that isn't to be written: read-only from the start.
+    FMemoryStream(const void* memory, std::int32_t size);
     // Copies the bytes; the copy owns its block and stands at its start.
     FMemoryStream(const FMemoryStream& other);
     FMemoryStream(FMemoryStream&& other) noexcept;
@@ -55,23 +57,24 @@ public:
     bool isReadOnly() const { return readOnly_; }
     void setReadOnly(bool readOnly) { readOnly_ = readOnly; }
 
-    // Below 1: frees the block. Otherwise the block is made to hold the size, and new bytes are zero. False, and
-    // read-only from then on, when that can't be.
+    // Below 1: the block goes, and the position is 0. Otherwise exactly this size; new bytes are zero. False, and
+    // read-only from then on, when the block is foreign or there is no memory.
     bool setSize(std::int32_t size);
     // Gives what is allocated beyond size back.
     void truncate();
     // The end is where the stream stands.
     void truncateToCursor();
-    // The block now belongs to the caller, who frees it with free(); the stream is empty and owning.
+    // The block now belongs to the caller, who gives it to free() if the stream owned it; the stream is empty and
+    // owning. Null when there is none.
     [[nodiscard]] std::uint8_t* detach();
-    // Drops what there is and works on the caller's memory.
-    void attach(void* memory, std::int32_t size);
 
 private:
-    bool ensureAllocated(std::int32_t size);
-    bool reallocate(std::int32_t bytes);
+    // Makes size the new size without touching what the block holds.
+    bool grow(std::int64_t size);
+    bool reallocate(std::int64_t bytes);
     void freeBlock();
-    void takeFrom(FMemoryStream& other);
+    void takeBlock(FMemoryStream& other);
+    void copyBlock(const FMemoryStream& other);
 
     std::uint8_t* data_ = nullptr;
     std::int32_t allocated_ = 0;

@@ -8,7 +8,9 @@
 
 #include "persistence/streams/IRawStream.h"
 
+#include <algorithm>
 #include <cstdint>
+#include <cstring>
 #include <memory>
 
 namespace tessera {
@@ -25,49 +27,48 @@ public:
     std::uint16_t getSwap() const { return swap_; }
     void setSwap(std::uint16_t swap) { swap_ = swap; }
 
-    bool writeChar8(char value);
-    bool readChar8(char& value);
-    bool writeInt8(std::int8_t value);
-    bool readInt8(std::int8_t& value);
-    bool writeUInt8(std::uint8_t value);
-    bool readUInt8(std::uint8_t& value);
-
-    bool writeInt16(std::int16_t value);
-    bool readInt16(std::int16_t& value);
-    bool writeUInt16(std::uint16_t value);
-    bool readUInt16(std::uint16_t& value);
-    bool writeInt32(std::int32_t value);
-    bool readInt32(std::int32_t& value);
-    bool writeUInt32(std::uint32_t value);
-    bool readUInt32(std::uint32_t& value);
-    bool writeInt64(std::int64_t value);
-    bool readInt64(std::int64_t& value);
-    bool writeUInt64(std::uint64_t value);
-    bool readUInt64(std::uint64_t& value);
-    bool writeFloat(float value);
-    bool readFloat(float& value);
-    bool writeDouble(double value);
-    bool readDouble(double& value);
+    bool writeChar8(char value) { return put(value); }
+    bool readChar8(char& value) { return get(value); }
+    bool writeInt8(std::int8_t value) { return put(value); }
+    bool readInt8(std::int8_t& value) { return get(value); }
+    bool writeUInt8(std::uint8_t value) { return put(value); }
+    bool readUInt8(std::uint8_t& value) { return get(value); }
+    bool writeInt16(std::int16_t value) { return put(value); }
+    bool readInt16(std::int16_t& value) { return get(value); }
+    bool writeUInt16(std::uint16_t value) { return put(value); }
+    bool readUInt16(std::uint16_t& value) { return get(value); }
+    bool writeInt32(std::int32_t value) { return put(value); }
+    bool readInt32(std::int32_t& value) { return get(value); }
+    bool writeUInt32(std::uint32_t value) { return put(value); }
+    bool readUInt32(std::uint32_t& value) { return get(value); }
+    bool writeInt64(std::int64_t value) { return put(value); }
+    bool readInt64(std::int64_t& value) { return get(value); }
+    bool writeUInt64(std::uint64_t value) { return put(value); }
+    bool readUInt64(std::uint64_t& value) { return get(value); }
+    bool writeFloat(float value) { return put(value); }
+    bool readFloat(float& value) { return get(value); }
+    bool writeDouble(double value) { return put(value); }
+    bool readDouble(double& value) { return get(value); }
     // A 16-bit word, 0 or 1 on the way out; any other word than 0 is true.
-    bool writeBool(bool value);
+    bool writeBool(bool value) { return put<std::uint16_t>(value ? 1 : 0); }
     bool readBool(bool& value);
 
-    bool writeInt16Array(const std::int16_t* values, std::int32_t count);
-    bool readInt16Array(std::int16_t* values, std::int32_t count);
-    bool writeUInt16Array(const std::uint16_t* values, std::int32_t count);
-    bool readUInt16Array(std::uint16_t* values, std::int32_t count);
-    bool writeInt32Array(const std::int32_t* values, std::int32_t count);
-    bool readInt32Array(std::int32_t* values, std::int32_t count);
-    bool writeUInt32Array(const std::uint32_t* values, std::int32_t count);
-    bool readUInt32Array(std::uint32_t* values, std::int32_t count);
-    bool writeInt64Array(const std::int64_t* values, std::int32_t count);
-    bool readInt64Array(std::int64_t* values, std::int32_t count);
-    bool writeUInt64Array(const std::uint64_t* values, std::int32_t count);
-    bool readUInt64Array(std::uint64_t* values, std::int32_t count);
-    bool writeFloatArray(const float* values, std::int32_t count);
-    bool readFloatArray(float* values, std::int32_t count);
-    bool writeDoubleArray(const double* values, std::int32_t count);
-    bool readDoubleArray(double* values, std::int32_t count);
+    bool writeInt16Array(const std::int16_t* values, std::int32_t count) { return putAll(values, count); }
+    bool readInt16Array(std::int16_t* values, std::int32_t count) { return getAll(values, count); }
+    bool writeUInt16Array(const std::uint16_t* values, std::int32_t count) { return putAll(values, count); }
+    bool readUInt16Array(std::uint16_t* values, std::int32_t count) { return getAll(values, count); }
+    bool writeInt32Array(const std::int32_t* values, std::int32_t count) { return putAll(values, count); }
+    bool readInt32Array(std::int32_t* values, std::int32_t count) { return getAll(values, count); }
+    bool writeUInt32Array(const std::uint32_t* values, std::int32_t count) { return putAll(values, count); }
+    bool readUInt32Array(std::uint32_t* values, std::int32_t count) { return getAll(values, count); }
+    bool writeInt64Array(const std::int64_t* values, std::int32_t count) { return putAll(values, count); }
+    bool readInt64Array(std::int64_t* values, std::int32_t count) { return getAll(values, count); }
+    bool writeUInt64Array(const std::uint64_t* values, std::int32_t count) { return putAll(values, count); }
+    bool readUInt64Array(std::uint64_t* values, std::int32_t count) { return getAll(values, count); }
+    bool writeFloatArray(const float* values, std::int32_t count) { return putAll(values, count); }
+    bool readFloatArray(float* values, std::int32_t count) { return getAll(values, count); }
+    bool writeDoubleArray(const double* values, std::int32_t count) { return putAll(values, count); }
+    bool readDoubleArray(double* values, std::int32_t count) { return getAll(values, count); }
 
     // The bytes of the text, with a NUL behind them if asked. False for a null text.
     bool writeString8(const char* text, bool terminate);
@@ -98,8 +99,59 @@ protected:
     ~FTypedStream() = default;
 
 private:
+    template <class T>
+    bool put(T value);
+    template <class T>
+    bool get(T& value);
+    template <class T>
+    bool putAll(const T* values, std::int32_t count);
+    template <class T>
+    bool getAll(T* values, std::int32_t count);
+
     // Right behind the table of the raw operations.
     std::uint16_t swap_ = 0;
 };
+
+namespace detail {
+
+template <class T>
+T bytesReversed(T value) {
+    unsigned char bytes[sizeof(T)];
+    std::memcpy(bytes, &value, sizeof(T));
+    std::reverse(bytes, bytes + sizeof(T));
+    std::memcpy(&value, bytes, sizeof(T));
+    return value;
+}
+
+} // namespace detail
+
+template <class T>
+bool FTypedStream::put(T value) {
+    if (swap_ != 0) {
+        value = detail::bytesReversed(value);
+    }
+    return write(&value, sizeof(T)) == sizeof(T);
+}
+
+template <class T>
+bool FTypedStream::get(T& value) {
+    T raw;
+    if (read(&raw, sizeof(T)) != sizeof(T)) {
+        value = T();
+        return false;
+    }
+    value = swap_ != 0 ? detail::bytesReversed(raw) : raw;
+    return true;
+}
+
+template <class T>
+bool FTypedStream::putAll(const T* values, std::int32_t count) {
+    return std::all_of(values, values + std::max(count, 0), [this](T value) { return put(value); });
+}
+
+template <class T>
+bool FTypedStream::getAll(T* values, std::int32_t count) {
+    return std::all_of(values, values + std::max(count, 0), [this](T& value) { return get(value); });
+}
 
 } // namespace tessera

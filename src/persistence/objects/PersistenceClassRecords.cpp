@@ -1,0 +1,21 @@
+// The class records of this layer, in one place so that their order is fixed.
+#include "persistence/paths/FNPath.h"
+#include "persistence/streams/FBufferStream.h"
+#include "persistence/streams/FFileStream.h"
+#include "persistence/streams/FIBStream.h"
+#include "persistence/streams/FMemoryStream.h"
+
+namespace tessera {
+
+FMetaClass FFileType::metaClass("FFileType", &CmObject::metaClass, createCmObject<FFileType>);
+FMetaClass FPath::metaClass("FPath", &CmObject::metaClass, createCmObject<FPath>);
+FMetaClass FNPath::metaClass("FNPath", &FPath::metaClass, createCmObject<FNPath>);
+
+FMetaClass FStream::metaClass("FStream", &CmObject::metaClass, nullptr);
+FMetaClass FMemoryStream::metaClass("FMemoryStream", &FStream::metaClass, createCmObject<FMemoryStream>);
+FMetaClass FFileStream::metaClass("FFileStream", &FStream::metaClass, createCmObject<FFileStream>);
+// Made over something that exists already: known by name, and not created by it.
+FMetaClass FBufferStream::metaClass("FBufferStream", &FStream::metaClass, nullptr);
+FMetaClass FIBStream::metaClass("FIBStream", &FStream::metaClass, nullptr);
+
+} // namespace tessera

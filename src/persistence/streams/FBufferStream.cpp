@@ -1,0 +1,57 @@
+#include "persistence/streams/FBufferStream.h"
+
+#include "foundation/containers/CmBuffer.h"
+
+#include <algorithm>
+#include <cstring>
+#include <limits>
+
+namespace tessera {
+
+FBufferStream::~FBufferStream() = default;
+
+std::int32_t FBufferStream::read(void* buffer, std::int32_t size) {
+    const std::int32_t cursor = buffer_.getFill();
+    const std::int32_t count = std::min(size, buffer_.getSize() - cursor);
+    if (buffer == nullptr || count <= 0) {
+        buffer_.setFill(0);
+        return 0;
+    }
+    std::memcpy(buffer, buffer_.getData() + cursor, static_cast<std::size_t>(count));
+    buffer_.setFill(cursor + count);
+    return count;
+}
+
+std::int32_t FBufferStream::write(const void* buffer, std::int32_t size) {
+    return buffer_.append(buffer, size) ? size : 0;
+}
+
+std::int64_t FBufferStream::seek(std::int64_t offset, SeekMode mode) {
+    if (mode == SeekMode::fromEnd) {
+        return moveTo(buffer_.getSize() - offset);
+    }
+    const std::int64_t base = mode == SeekMode::fromHere ? buffer_.getFill() : 0;
+    const std::int64_t position = base + offset;
+    if (position > std::numeric_limits<std::int32_t>::max()) {
+        return -1;
+    }
+    if (position > buffer_.getSize() && !buffer_.setSize(static_cast<std::int32_t>(position))) {
+        return -1;
+    }
+    return moveTo(position);
+}
+
+std::int64_t FBufferStream::tell() {
+    return buffer_.getFill();
+}
+
+// Positions outside the buffer leave the cursor where it is.
+std::int64_t FBufferStream::moveTo(std::int64_t position) {
+    if (position < 0 || position > buffer_.getSize()) {
+        return -1;
+    }
+    buffer_.setFill(static_cast<std::int32_t>(position));
+    return position;
+}
+
+} // namespace tessera
