@@ -1,0 +1,158 @@
+// What the Linux side alone promises of threads: nice values, signal masks, and numbers that the system knows.
+#include "platform/ProcessPriority.h"
+#include "platform/Semaphore.h"
+#include "platform/Threads.h"
+
+#include "support/Eventually.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <pthread.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+namespace tessera::platform {
+namespace {
+
+class SleepingThread {
+public:
+    SleepingThread()
+        : handle(ThreadHandle::createSuspended(
+              [](void* self) -> std::uint32_t {
+                  static_cast<SleepingThread*>(self)->end_.wait(kNoTimeLimit);
+                  return 0;
+              },
+              this)) {
+        handle.resume();
+    }
+    ~SleepingThread() {
+        end_.release(1);
+        handle.wait(kNoTimeLimit);
+    }
+
+    int nice() const { return getpriority(PRIO_PROCESS, handle.id()); }
+
+    ThreadHandle handle;
+
+private:
+    Semaphore end_{0};
+};
+
+bool mayRaise() {
+    rlimit limit{};
+    return geteuid() == 0 || (getrlimit(RLIMIT_NICE, &limit) == 0 && limit.rlim_cur >= 40);
+}
+
+// In a process of its own, since the priorities of a whole process change.
+int inAnotherProcess(bool (*body)()) {
+    int status = -1;
+    const auto check = [&](int code) {
+        status = WEXITSTATUS(code);
+        return true;
+    };
+    EXPECT_EXIT(_exit(body() ? 0 : 1), check, "");
+    return status;
+}
+
+TEST(ThreadsLinux, PriorityIsANiceValueOfTheOneThread) {
+    const int own = getpriority(PRIO_PROCESS, gettid());
+    SleepingThread thread;
+    EXPECT_TRUE(thread.handle.setPriority(-1));
+    EXPECT_EQ(thread.nice(), 2);
+    EXPECT_TRUE(thread.handle.setPriority(-15));
+    EXPECT_EQ(thread.nice(), 19);
+    EXPECT_EQ(getpriority(PRIO_PROCESS, gettid()), own);
+}
+
+TEST(ThreadsLinux, RaisingWithoutTheRightIsRefused) {
+    if (mayRaise()) {
+        GTEST_SKIP() << "this user may raise priorities";
+    }
+    SleepingThread thread;
+    EXPECT_FALSE(thread.handle.setPriority(15));
+    EXPECT_FALSE(setProcessClass(kHighClass));
+    EXPECT_EQ(processClass(), kNormalClass);
+}
+
+TEST(ThreadsLinux, ClassOfTheProcessMovesItsThreadsAlong) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EQ(inAnotherProcess([] {
+                  SleepingThread thread;
+                  thread.handle.setPriority(-1);
+                  return setProcessClass(kBelowNormalClass) && processClass() == kBelowNormalClass &&
+                         thread.nice() == 7 && getpriority(PRIO_PROCESS, gettid()) == 5 &&
+                         thread.handle.setPriority(-2) && thread.nice() == 9;
+              }),
+              0);
+}
+
+TEST(ThreadsLinux, RefusedClassLeavesAllThreadsWhereTheyWere) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EQ(inAnotherProcess([] {
+                  // Without the right to raise, whoever started the test.
+                  const rlimit none{0, 0};
+                  if (setrlimit(RLIMIT_NICE, &none) != 0 || (geteuid() == 0 && setresuid(65534, 65534, 65534) != 0)) {
+                      return false;
+                  }
+                  SleepingThread thread;
+                  return !setProcessClass(kHighClass) && processClass() == kNormalClass && thread.nice() == 0 &&
+                         !thread.handle.setPriority(15) && thread.nice() == 0;
+              }),
+              0);
+}
+
+TEST(ThreadsLinux, HighClassRaisesWhoMay) {
+    if (!mayRaise()) {
+        GTEST_SKIP() << "this user may not raise priorities";
+    }
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EQ(inAnotherProcess([] {
+                  SleepingThread thread;
+                  return setProcessClass(kHighClass) && thread.nice() == -10 && setProcessClass(kNormalClass) &&
+                         thread.nice() == 0;
+              }),
+              0);
+}
+
+TEST(ThreadsLinux, UnknownClassChangesNothing) {
+    EXPECT_FALSE(setProcessClass(64));
+    EXPECT_EQ(processClass(), kNormalClass);
+}
+
+TEST(ThreadsLinux, ThereIsNoPriorityBoost) {
+    EXPECT_FALSE(disablePriorityBoost(true));
+    EXPECT_FALSE(disablePriorityBoost(false));
+}
+
+TEST(ThreadsLinux, NewThreadLeavesTheSignalsOfTheProcessToOthers) {
+    static bool terminationBlocked;
+    static bool faultBlocked;
+    ThreadHandle thread = ThreadHandle::createSuspended(
+        [](void*) -> std::uint32_t {
+            sigset_t mask;
+            pthread_sigmask(SIG_BLOCK, nullptr, &mask);
+            terminationBlocked = sigismember(&mask, SIGTERM) == 1 && sigismember(&mask, SIGCHLD) == 1;
+            faultBlocked = sigismember(&mask, SIGSEGV) == 1;
+            return 0;
+        },
+        nullptr);
+    thread.resume();
+    ASSERT_TRUE(thread.wait(20'000));
+    EXPECT_TRUE(terminationBlocked);
+    EXPECT_FALSE(faultBlocked);
+}
+
+TEST(ThreadsLinux, TerminationIsRefusedWhereAnotherUsesTheSignal) {
+    SleepingThread thread;
+    const int signal = SIGRTMAX - 1;
+    struct sigaction before {};
+    struct sigaction foreign {};
+    foreign.sa_handler = [](int) {};
+    sigaction(signal, &foreign, &before);
+    EXPECT_FALSE(thread.handle.terminate());
+    sigaction(signal, &before, nullptr);
+}
+
+} // namespace
+} // namespace tessera::platform
