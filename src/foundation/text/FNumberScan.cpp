@@ -191,18 +191,42 @@ const char* scanFloat(const char* begin, const char* end, Forms forms, double& o
     return convertFloat(at, end, negative, std::chars_format::general, out);
 }
 
-// What can stand in a number of any form: the stretch that is worth copying to bytes.
+// What can stand in a number of any form.
 bool mayStandInFloat(char16_t c) {
     return isDecimalDigit(c) || c == u'.' || c == u'+' || c == u'-' || c == u'(' || c == u')' || c == u'_' ||
            (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z');
 }
 
+const char16_t* skipDigits(const char16_t* at, const char16_t* end) {
+    while (at != end && isDecimalDigit(*at)) {
+        ++at;
+    }
+    return at;
+}
+
+// The stretch that is worth copying to bytes. For decimal floats no longer than the number itself: a search tries every
+// position, and must not copy the rest of the text at each.
+const char16_t* endOfFloat(const char16_t* at, const char16_t* end, Forms forms) {
+    if (forms == Forms::all) {
+        while (at != end && mayStandInFloat(*at)) {
+            ++at;
+        }
+        return at;
+    }
+    bool negative = false;
+    at = skipDigits(skipSign(at, end, negative), end);
+    if (at != end && *at == u'.') {
+        at = skipDigits(at + 1, end);
+    }
+    if (at != end && (*at == u'e' || *at == u'E')) {
+        at = skipDigits(skipSign(at + 1, end, negative), end);
+    }
+    return at;
+}
+
 const char16_t* scanWideFloat(const char16_t* begin, const char16_t* end, Forms forms, double& out) {
     const char16_t* const first = skipSpace(begin, end);
-    const char16_t* last = first;
-    while (last != end && mayStandInFloat(*last)) {
-        ++last;
-    }
+    const char16_t* const last = endOfFloat(first, end, forms);
     constexpr std::ptrdiff_t kShort = 128;
     char local[kShort];
     std::string longer;

@@ -14,6 +14,7 @@
 
 #include <cstdarg>
 #include <cstdint>
+#include <string_view>
 
 namespace tessera {
 
@@ -75,9 +76,10 @@ public:
     std::int32_t replaceAll(const FStringRef& find, const FStringRef& with,
                             FOccurrences occurrences = FOccurrences::all, FCase folding = FCase::exact);
     // Every character that occurs in set; a replacement of 0 is a blank. Whether anything changed.
+    bool replaceChars(const FStringRef& set, char replacement);
     bool replaceChars(const FStringRef& set, char16_t replacement);
     bool removeChars(const FStringRef& set);
-    // Each search begins at the start of the text, so what closes up is found again.
+    // Whether anything was removed. Each search begins at the start of the text, so what closes up is found again.
     bool removeSubstring(const FStringRef& other, FOccurrences occurrences = FOccurrences::all);
     void remove(std::int32_t position, std::int32_t count = -1);
     // Whether the length changed; false for an unknown mode.
@@ -136,8 +138,53 @@ public:
     bool writeString(FStream& stream) const;
 
 private:
-    char* narrowBuffer() const { return static_cast<char*>(text_); }
-    char16_t* wideBuffer() const { return static_cast<char16_t*>(text_); }
+    template <class Character>
+    bool assignText(std::basic_string_view<Character> source);
+    template <class Character>
+    void adoptText(Character* buffer);
+    // In the width that the string has.
+    bool assignAscii(std::string_view text);
+    // From one code page into another.
+    bool recode(CodePage codePage) const;
+    // Frees the buffer and puts another in its place. Const, since reading converts.
+    void own(void* block, std::size_t length, FTextWidth width) const;
+    // Gives back what is behind the new, shorter length.
+    void shrinkTo(std::size_t length);
+    // Brings this string and another text to one width, this one to 16 bits if need be, and calls work with the other.
+    template <class Work>
+    bool editInCommonWidth(const FStringRef& other, Work work);
+    template <class Character>
+    void appendText(std::basic_string_view<Character> text);
+    template <class Character>
+    void appendRepeated(Character c, std::size_t count);
+    template <class Character>
+    bool splice(std::size_t position, std::size_t count, std::basic_string_view<Character> text);
+    template <class Character>
+    void replaceOccurrences(std::basic_string_view<Character> find, std::basic_string_view<Character> with,
+                            FOccurrences occurrences, FCase folding, std::size_t& count);
+    template <class Character>
+    bool replaceMembers(std::basic_string_view<Character> set, Character replacement);
+    template <class Character, class Predicate>
+    bool removeIf(Predicate predicate);
+    template <class Character>
+    bool removeText(std::basic_string_view<Character> needle, FOccurrences occurrences);
+    template <class Character>
+    bool trimText(FTrimMode mode);
+    template <class Character>
+    bool placeCharacter(std::int32_t index, Character c);
+    template <class Wide, class Narrow>
+    void mapCase(std::int32_t from, std::int32_t to, Wide wide, Narrow narrow);
+    template <class Character>
+    std::basic_string_view<Character> viewAs() const {
+        return {bufferAs<Character>(), static_cast<std::size_t>(characters())};
+    }
+    template <class Character>
+    Character* bufferAs() const {
+        return static_cast<Character*>(text_);
+    }
+
+    char* narrowBuffer() const { return bufferAs<char>(); }
+    char16_t* wideBuffer() const { return bufferAs<char16_t>(); }
 };
 
 static_assert(sizeof(FString) == sizeof(FStringRef));

@@ -14,6 +14,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 
 namespace tessera {
 
@@ -48,6 +49,15 @@ public:
     // 0 past the end, for null text, and for text of the other width.
     virtual char char8At(std::int32_t index) const;
     virtual char16_t char16At(std::int32_t index) const;
+
+    // The text without a conversion: empty when it is of the other width.
+    std::string_view view8() const {
+        return isWide() ? std::string_view() : std::string_view(narrowText(), static_cast<std::size_t>(characters()));
+    }
+    std::u16string_view view16() const {
+        return isWide() ? std::u16string_view(wideText(), static_cast<std::size_t>(characters()))
+                        : std::u16string_view();
+    }
 
     bool isWide() const { return (word_ & kWideBit) != 0; }
     FTextWidth width() const { return isWide() ? FTextWidth::wide : FTextWidth::narrow; }
@@ -133,7 +143,7 @@ public:
     bool substring(FString& target, std::int32_t start, std::int32_t count = -1) const;
     // To a foreign string object, in 16 bits if it takes them.
     void sendTo(IStringSource& target) const;
-    // Text that still belongs to this string: the variant must go first.
+    // Text that still belongs to this string, which must end with a NUL and outlive the variant.
     void toVariant(FVariant& out) const;
 
     // The hash of the text in the width it has: equal texts of different width hash differently. 0 for empty text and
