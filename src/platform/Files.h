@@ -41,6 +41,10 @@ public:
     static File open(std::u16string_view path, const FileOpenFlags& flags, FileDisposition disposition,
                      std::int32_t& error);
 
+    // For the services of this folder: takes over a handle of the system that was opened by other means.
+    static File adopt(std::int64_t handle);
+    std::int64_t nativeHandle() const { return handle_; }
+
     bool isOpen() const { return handle_ != kClosed; }
     // False with a reason when the system reports a failure; the file is closed either way.
     bool close(std::int32_t& error);

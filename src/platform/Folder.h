@@ -25,6 +25,9 @@ struct FolderEntry {
     bool isHidden = false;
 };
 
+// Whether the name ends in ".lnk", in whatever case: links of that name are shown as links.
+bool hasLinkExtension(std::u16string_view name);
+
 class Folder {
 public:
     Folder();
@@ -46,19 +49,25 @@ public:
     // A new one.
     Folder makeFolder(std::u16string_view name, std::int32_t& error) const;
     // For reading, if it is a file and no link.
-    NativeFile openFile(std::u16string_view name, std::int32_t& error) const;
-    // A new one, for writing.
-    NativeFile makeFile(std::u16string_view name, std::int32_t& error) const;
+    File openFile(std::u16string_view name, std::int32_t& error) const;
+    // A new one, for writing, with the rights of the other file.
+    File makeFile(std::u16string_view name, const File& like, std::int32_t& error) const;
+    // The same under a hidden name that nobody has, for what gets its name when it is complete.
+    File makeUnfinishedFile(const File& like, std::u16string& name, std::int32_t& error) const;
     // A new link that says what the link `name` of the other folder says.
     bool copyLink(std::u16string_view name, const Folder& from, std::int32_t& error) const;
     // A file or a link, the latter itself.
     bool deleteFile(std::u16string_view name, std::int32_t& error) const;
     // An empty one.
     bool deleteFolder(std::u16string_view name, std::int32_t& error) const;
+    // The file takes the place of the one named `name`, with the rights that one had, at a stroke; or just that name
+    // when nobody has it.
+    bool replaceFile(std::u16string_view file, std::u16string_view name, std::int32_t& error) const;
 
 private:
     struct State;
     explicit Folder(std::unique_ptr<State> state);
+    static Folder adopt(int descriptor, std::int32_t& error);
 
     std::unique_ptr<State> state_;
 };

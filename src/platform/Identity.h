@@ -27,4 +27,7 @@ std::string computerName();
 // The version that the system tells: of the kernel on Linux, where the third number stands for the build.
 OperatingSystem operatingSystem();
 
+// The file that this code was loaded from: the module in a host, else the program. 16-bit text with backslashes.
+std::u16string modulePath();
+
 } // namespace tessera::platform

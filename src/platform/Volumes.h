@@ -8,15 +8,19 @@
 
 namespace tessera::platform {
 
-enum class VolumeKind { unknown, fixed, removable, network, memory };
+enum class VolumeKind { unknown, fixed, removable, network, memory, optical };
 
 struct VolumeInfo {
     std::string root;
     // Of the format, as the system calls it: "ext4", "NTFS".
     std::string fileSystem;
-    // The device or label by which the system names it.
+    // The device by which the system names it.
     std::string name;
+    // What the user called the volume; may be empty.
+    std::string label;
     VolumeKind kind = VolumeKind::unknown;
+    // -1 where the system doesn't number its disks.
+    std::int32_t diskNumber = -1;
     bool readOnly = false;
     std::uint64_t totalBytes = 0;
     // What this user may still write.

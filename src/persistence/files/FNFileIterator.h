@@ -27,6 +27,7 @@ private:
     FNPath* resolved();
 
     FRefPtr<FNPath> folder_;
+    FString text_;
     FNPath current_;
     FNPath linkTarget_;
     bool resolveLinks_;

@@ -9,8 +9,6 @@
 
 #include "persistence/files/FFileSystem.h"
 
-#include <vector>
-
 namespace tessera {
 
 class FNPath;
@@ -60,8 +58,14 @@ public:
     void addVolumeListener(IBaseUnknown* listener) override;
     void removeVolumeListener(IBaseUnknown* listener) override;
 
+    // What the system's volume messages end in: tells the listeners. The root is a folder.
+    void tellVolumeChange(bool arrived, const FPath& root);
+
 private:
-    std::vector<IBaseUnknown*> volumeListeners_;
+    bool moveTo(FNPath& path, const FNPath& target);
+
+    // The messenger's group of those who listen to volume messages; 0 as long as there was none.
+    std::int32_t volumeGroup_ = 0;
 };
 
 } // namespace tessera

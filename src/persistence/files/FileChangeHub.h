@@ -7,6 +7,8 @@
 
 #include "foundation/object/CmClass.h"
 
+#include <vector>
+
 namespace tessera {
 
 class FileChangeHub : public CmClass<FileChangeHub, CmObject> {
@@ -27,6 +29,8 @@ private:
     ~FileChangeHub() override;
 
     std::int32_t group_ = 0;
+    // Each referenced; the messenger's group doesn't.
+    std::vector<IBaseUnknown*> listeners_;
 };
 
 } // namespace tessera

@@ -1,4 +1,7 @@
 // The class records of this layer, in one place so that their order is fixed.
+#include "persistence/files/FNFileIterator.h"
+#include "persistence/files/FNFileSystem.h"
+#include "persistence/files/FileChangeHub.h"
 #include "persistence/paths/FNPath.h"
 #include "persistence/streams/FBufferStream.h"
 #include "persistence/streams/FFileStream.h"
@@ -17,5 +20,12 @@ FMetaClass FFileStream::metaClass("FFileStream", &FStream::metaClass, createCmOb
 // Made over something that exists already: known by name, and not created by it.
 FMetaClass FBufferStream::metaClass("FBufferStream", &FStream::metaClass, nullptr);
 FMetaClass FIBStream::metaClass("FIBStream", &FStream::metaClass, nullptr);
+
+// Known by name, and not created by it: there is one file system and one hub, and an iterator needs its folder.
+FMetaClass FFileSystem::metaClass("FFileSystem", &CmObject::metaClass, nullptr);
+FMetaClass FNFileSystem::metaClass("FNFileSystem", &FFileSystem::metaClass, nullptr);
+FMetaClass FFileIterator::metaClass("FFileIterator", &CmObject::metaClass, nullptr);
+FMetaClass FNFileIterator::metaClass("FNFileIterator", &FFileIterator::metaClass, nullptr);
+FMetaClass FileChangeHub::metaClass("FileChangeHub", &CmObject::metaClass, nullptr);
 
 } // namespace tessera

@@ -117,6 +117,12 @@ File File::open(std::u16string_view path, const FileOpenFlags& flags, FileDispos
     return file;
 }
 
+File File::adopt(std::int64_t handle) {
+    File file;
+    file.handle_ = handle;
+    return file;
+}
+
 bool File::close(std::int32_t& error) {
     error = 0;
     if (!isOpen()) {

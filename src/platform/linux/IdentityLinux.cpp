@@ -1,6 +1,11 @@
 #include "platform/Identity.h"
 
+#include "platform/NativePath.h"
+
+#include <dlfcn.h>
+#include <elf.h>
 #include <pwd.h>
+#include <sys/auxv.h>
 #include <sys/utsname.h>
 #include <unistd.h>
 
@@ -8,6 +13,9 @@
 #include <cerrno>
 #include <charconv>
 #include <cstddef>
+#include <cstdlib>
+#include <memory>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -28,6 +36,12 @@ std::uint32_t takeNumber(std::string_view& text) {
     }
     text.remove_prefix(taken);
     return error == std::errc{} ? number : 0;
+}
+
+// The loader knows a library by its path, but the program only by what its caller typed.
+bool isMainProgram(const void* image) {
+    const auto* header = static_cast<const Elf64_Ehdr*>(image);
+    return reinterpret_cast<std::uintptr_t>(image) + header->e_phoff == getauxval(AT_PHDR);
 }
 
 } // namespace
@@ -62,6 +76,16 @@ OperatingSystem operatingSystem() {
     result.minor = takeNumber(release);
     result.build = takeNumber(release);
     return result;
+}
+
+std::u16string modulePath() {
+    Dl_info info = {};
+    if (dladdr(reinterpret_cast<const void*>(&modulePath), &info) == 0) {
+        return {};
+    }
+    const char* file = isMainProgram(info.dli_fbase) ? "/proc/self/exe" : info.dli_fname;
+    const std::unique_ptr<char, decltype(&std::free)> whole(realpath(file, nullptr), std::free);
+    return whole ? fromNativePath(whole.get()).value_or(std::u16string()) : std::u16string();
 }
 
 } // namespace tessera::platform

@@ -1,0 +1,20 @@
+// The class records of this layer, in one place so that their order is fixed, and what the layers below ask of it.
+#include "discovery/identity/ApplicationInfo.h"
+
+namespace tessera {
+
+namespace {
+
+IApplicationFolders* programFolders() {
+    return &applicationInfo();
+}
+
+// Set with the records, so that it is there before any path asks for a folder of the program.
+[[maybe_unused]] const bool foldersAreKnown = [] {
+    applicationFoldersSource = programFolders;
+    return true;
+}();
+
+} // namespace
+
+} // namespace tessera

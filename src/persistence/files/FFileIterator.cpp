@@ -1,0 +1,11 @@
+#include "persistence/files/FFileIterator.h"
+
+namespace tessera {
+
+FPath* FFileIterator::next() {
+    return nullptr;
+}
+
+void FFileIterator::reset() {}
+
+} // namespace tessera

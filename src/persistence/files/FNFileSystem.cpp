@@ -1,0 +1,546 @@
+#include "persistence/files/FNFileSystem.h"
+
+#include "foundation/messages/FMessage.h"
+#include "foundation/messages/FMessenger.h"
+#include "foundation/object/FRefPtr.h"
+#include "persistence/files/FFastNamer.h"
+#include "persistence/files/FNFileIterator.h"
+#include "persistence/files/FileChangeHub.h"
+#include "persistence/files/FileCopy.h"
+#include "persistence/files/FileSystemPointer.h"
+#include "persistence/files/FolderTree.h"
+#include "persistence/files/NameCleaning.h"
+#include "persistence/files/PathText.h"
+#include "persistence/paths/PathRules.h"
+#include "persistence/streams/FFileStream.h"
+#include "platform/DesktopOpener.h"
+#include "platform/FileEntries.h"
+#include "platform/NativePath.h"
+#include "platform/VolumeWatch.h"
+#include "platform/Volumes.h"
+
+#include <optional>
+#include <string>
+
+namespace tessera {
+
+namespace {
+
+constexpr std::uint32_t kMakesFolders = FileOpenMode::write | FileOpenMode::createFolders;
+constexpr const char* kLinkExtension = ".lnk";
+
+platform::FileOpenFlags openFlags(std::uint32_t mode) {
+    platform::FileOpenFlags flags;
+    flags.read = (mode & FileOpenMode::read) != 0;
+    flags.write = (mode & FileOpenMode::write) != 0;
+    flags.shareRead = (mode & FileOpenMode::shareRead) != 0;
+    flags.shareWrite = (mode & FileOpenMode::shareWrite) != 0;
+    flags.unbuffered = (mode & FileOpenMode::unbuffered) != 0;
+    flags.deleteOnClose = (mode & FileOpenMode::temporary) != 0;
+    return flags;
+}
+
+FStream* streamOf(platform::File file, const FPath& path, std::uint32_t mode) {
+    const FNPath& native = static_cast<const FNPath&>(path);
+    const bool unbuffered = (mode & FileOpenMode::unbuffered) != 0;
+    const std::uint32_t sectorSize = unbuffered ? platform::sectorSizeOf(PathText(path)) : 0;
+    return new FFileStream(std::move(file), native, mode, sectorSize);
+}
+
+void tell(std::int32_t* error, std::int32_t value) {
+    if (error != nullptr) {
+        *error = value;
+    }
+}
+
+std::u16string_view withoutEnd(std::u16string_view path) {
+    return path.size() > 1 && path.back() == kPathSeparator ? path.substr(0, path.size() - 1) : path;
+}
+
+// Whether `inner`, which need not be there, would lie in the folder or be the folder itself.
+bool liesIn(const PathParts& inner, const PathText& folder) {
+    std::optional<std::u16string> above = platform::canonicalPath(folder);
+    std::optional<std::u16string> holder = platform::canonicalPath(inner.folder());
+    if (!above || !holder) {
+        return false;
+    }
+    const std::u16string end(1, kPathSeparator);
+    return std::u16string(withoutEnd(*holder)).append(end).starts_with(std::u16string(withoutEnd(*above)).append(end));
+}
+
+// A copy over a link is written to what the link leads to, as one through the link would be.
+FNPath writtenPlace(const FPath& target) {
+    FNPath place(static_cast<const FNPath&>(target));
+    std::int32_t ignored = 0;
+    const auto status = platform::fileStatus(PathText(target), ignored);
+    if (status && status->isLink) {
+        if (const auto resolved = platform::canonicalPath(PathText(target))) {
+            place.setNativePath(FStringRef(resolved->data(), static_cast<std::int32_t>(resolved->size())));
+        }
+    }
+    return place;
+}
+
+// The copy is complete, and where it replaces something on the disk, before it gets the name.
+bool copyToPlace(platform::File& source, const FNPath& place, std::u16string_view shownName, IFileProgress* progress) {
+    std::int32_t error = 0;
+    const PathParts parts(place);
+    const platform::Folder folder = platform::Folder::open(parts.folder(), error);
+    if (!folder.isOpen()) {
+        return false;
+    }
+    std::u16string unfinished;
+    platform::File target = folder.makeUnfinishedFile(source, unfinished, error);
+    if (!target.isOpen()) {
+        return false;
+    }
+    const bool replaces = platform::fileKindOf(PathText(place)) != platform::FileKind::missing;
+    if (copyBytes(source, target, shownName, progress, error) && (!replaces || target.flush(error)) &&
+        target.close(error) && folder.replaceFile(unfinished, parts.name(), error)) {
+        return true;
+    }
+    std::int32_t ignored = 0;
+    target.close(ignored);
+    folder.deleteFile(unfinished, ignored);
+    return false;
+}
+
+bool deleteTree(platform::Folder& parent, std::u16string_view name) {
+    std::int32_t error = 0;
+    {
+        platform::Folder folder = parent.openFolder(name, error);
+        if (!folder.isOpen() || !emptyFolder(folder, FolderDepth::wholeTree, error)) {
+            return false;
+        }
+    }
+    return parent.deleteFolder(name, error);
+}
+
+bool copyTree(platform::Folder& source, platform::Folder& parent, std::u16string_view name, IFileProgress* progress) {
+    std::int32_t error = 0;
+    const platform::Folder target = parent.makeFolder(name, error);
+    if (!target.isOpen()) {
+        return false;
+    }
+    if (copyFolderContent(source, target, progress, error)) {
+        return true;
+    }
+    deleteTree(parent, name);
+    return false;
+}
+
+std::optional<platform::VolumeInfo> volumeOf(const FPath& path) {
+    const auto native = platform::toNativePath(PathText(path));
+    return native ? platform::volumeInfo(*native) : std::nullopt;
+}
+
+struct KnownVolume {
+    platform::VolumeKind native;
+    VolumeKind kind;
+    const char* name;
+};
+
+constexpr KnownVolume kVolumes[] = {
+    {platform::VolumeKind::removable, VolumeKind::removable, "Removable Drive"},
+    {platform::VolumeKind::fixed, VolumeKind::harddisk, "Harddisk"},
+    {platform::VolumeKind::memory, VolumeKind::harddisk, "Harddisk"},
+    {platform::VolumeKind::network, VolumeKind::network, "Network Drive"},
+    {platform::VolumeKind::optical, VolumeKind::compactDisc, "Compact Disc"},
+};
+
+const KnownVolume* knownVolume(platform::VolumeKind native) {
+    for (const KnownVolume& volume : kVolumes) {
+        if (volume.native == native) {
+            return &volume;
+        }
+    }
+    return nullptr;
+}
+
+// The path object goes along as a copy: the caller's may stand on the stack.
+void addPath(FMessage& message, const char* key, const FPath& path) {
+    const auto copy = FRefPtr<CmObject>::adopt(path.clone());
+    message.setObject(key, static_cast<IUpdateTarget*>(copy.get()), false);
+}
+
+// The platform's function knows no object; there is one file system.
+void passVolumeChange(platform::VolumeChange change, std::u16string_view root) {
+    auto* files = cmCast<FNFileSystem>(fileSystemPointer.load(std::memory_order_acquire));
+    if (files != nullptr) {
+        files->tellVolumeChange(
+            change == platform::VolumeChange::arrived,
+            FNPath(FStringRef(root.data(), static_cast<std::int32_t>(root.size())), PathKind::folder));
+    }
+}
+
+} // namespace
+
+FNFileSystem::FNFileSystem() {
+    FFileSystem* none = nullptr;
+    fileSystemPointer.compare_exchange_strong(none, this, std::memory_order_acq_rel);
+}
+
+FNFileSystem::~FNFileSystem() {
+    setVolumeMessages(false);
+    FFileSystem* self = this;
+    fileSystemPointer.compare_exchange_strong(self, nullptr, std::memory_order_acq_rel);
+    FMessenger* messenger = FMessenger::getInstance();
+    if (volumeGroup_ != 0 && messenger != nullptr) {
+        messenger->removeGroup(volumeGroup_);
+    }
+}
+
+FStream* FNFileSystem::createFile(FPath& path, std::uint32_t mode, std::int32_t* error) {
+    const PathText text(path);
+    platform::FileOpenFlags flags = openFlags(mode);
+    flags.write = true;
+    std::int32_t reason = 0;
+    platform::File file = platform::File::open(text, flags, platform::FileDisposition::createAlways, reason);
+    if (!file.isOpen() && (mode & kMakesFolders) == kMakesFolders) {
+        std::int32_t ignored = 0;
+        if (platform::createFolders(PathParts(path).folder(), ignored)) {
+            file = platform::File::open(text, flags, platform::FileDisposition::createAlways, reason);
+        }
+    }
+    tell(error, file.isOpen() ? 0 : reason);
+    return file.isOpen() ? streamOf(std::move(file), path, mode) : nullptr;
+}
+
+FStream* FNFileSystem::openFile(FPath& path, std::uint32_t mode, std::int32_t* error) {
+    std::int32_t reason = 0;
+    platform::File file =
+        platform::File::open(PathText(path), openFlags(mode), platform::FileDisposition::openExisting, reason);
+    tell(error, file.isOpen() ? 0 : reason);
+    return file.isOpen() ? streamOf(std::move(file), path, mode) : nullptr;
+}
+
+void FNFileSystem::closeStream(FStream* stream) {
+    if (stream == nullptr) {
+        return;
+    }
+    if (auto* file = cmCast<FFileStream>(stream)) {
+        file->close();
+        if (file->tellsChanges()) {
+            notifyChange(FileChangeKind::written, file->getPath(), nullptr);
+        }
+    }
+    stream->release();
+}
+
+bool FNFileSystem::deleteFile(const FPath& path) {
+    std::int32_t error = 0;
+    if (!platform::deleteFile(PathText(path), error)) {
+        return false;
+    }
+    notifyChange(FileChangeKind::deleted, path, nullptr);
+    return true;
+}
+
+bool FNFileSystem::fileExists(const FPath& path) {
+    return platform::fileKindOf(PathText(path)) == platform::FileKind::file;
+}
+
+bool FNFileSystem::rename(FPath& path, const FStringRef& newName) {
+    FNPath* native = cmCast<FNPath>(&path);
+    if (native == nullptr || newName.isEmpty()) {
+        return false;
+    }
+    FNPath target(*native);
+    if (isAbsolutePath(newName)) {
+        target.setNativePath(newName);
+    } else {
+        target.setName(newName);
+    }
+    return moveTo(*native, target);
+}
+
+bool FNFileSystem::move(FPath& path, const FPath& target) {
+    FNPath* native = cmCast<FNPath>(&path);
+    const FNPath* nativeTarget = cmCast<FNPath>(&target);
+    if (native == nullptr || nativeTarget == nullptr) {
+        return false;
+    }
+    FNPath place(*native);
+    place.setPath(nativeTarget->getPath());
+    place.setName(nativeTarget->getName());
+    return moveTo(*native, place);
+}
+
+bool FNFileSystem::moveTo(FNPath& path, const FNPath& target) {
+    std::int32_t error = 0;
+    if (!platform::moveEntry(PathText(path), PathText(target), error)) {
+        return false;
+    }
+    const FNPath old(path);
+    path = target;
+    notifyChange(FileChangeKind::renamed, path, &old);
+    return true;
+}
+
+bool FNFileSystem::copyFile(const FPath& source, const FPath& target, IFileProgress* progress) {
+    const PathText from(source);
+    if (cmCast<FNPath>(&target) == nullptr || platform::isSameFile(from, PathText(target))) {
+        return false;
+    }
+    std::int32_t error = 0;
+    platform::File file = platform::File::open(from, openFlags(FileOpenMode::read | FileOpenMode::shareRead),
+                                               platform::FileDisposition::openExisting, error);
+    if (!file.isOpen() || !copyToPlace(file, writtenPlace(target), PathParts(source).name(), progress)) {
+        return false;
+    }
+    notifyChange(FileChangeKind::written, target, nullptr);
+    return true;
+}
+
+bool FNFileSystem::createFolder(const FPath& path) {
+    std::int32_t error = 0;
+    return platform::createFolders(PathText(path), error);
+}
+
+bool FNFileSystem::getVolumeName(const FPath& path, FString& out) {
+    const auto volume = volumeOf(path);
+    const KnownVolume* known = volume ? knownVolume(volume->kind) : nullptr;
+    if (known == nullptr) {
+        return false;
+    }
+    if (volume->label.empty()) {
+        out = known->name;
+        return true;
+    }
+    out.assignUtf8(volume->label.c_str());
+    for (std::int32_t i = 1; i < out.length(); ++i) {
+        out.toLower(i);
+    }
+    return true;
+}
+
+bool FNFileSystem::deleteFolderContent(const FPath& path, bool recursive) {
+    std::int32_t error = 0;
+    platform::Folder folder = platform::Folder::open(PathText(path), error);
+    return folder.isOpen() && emptyFolder(folder, recursive ? FolderDepth::wholeTree : FolderDepth::thisFolder, error);
+}
+
+bool FNFileSystem::getFileTimes(const FPath& path, std::int64_t& created, std::int64_t& modified) {
+    std::int32_t error = 0;
+    const auto status = platform::fileStatus(PathText(path), error);
+    if (!status) {
+        return false;
+    }
+    created = status->created;
+    modified = status->modified;
+    return true;
+}
+
+std::int64_t FNFileSystem::getFileSize(const FPath& path) {
+    std::int32_t error = 0;
+    const auto status = platform::fileStatus(PathText(path), error);
+    return status ? status->size : -1;
+}
+
+bool FNFileSystem::sanitizeName(FString& text, char16_t replacement, bool strip) {
+    return cleanName(text, replacement, strip ? ControlCharacters::drop : ControlCharacters::keep);
+}
+
+FFileIterator* FNFileSystem::newIterator(const FPath& folder, bool resolveLinks) {
+    return cmCast<FNPath>(&folder) != nullptr ? new FNFileIterator(folder, resolveLinks, false) : nullptr;
+}
+
+std::int64_t FNFileSystem::countFiles(const FPath& folder, bool folders, bool recursive, std::int64_t* size) {
+    std::int32_t error = 0;
+    platform::Folder open = platform::Folder::open(PathText(folder), error);
+    FolderCount count;
+    countFolder(open, recursive ? FolderDepth::wholeTree : FolderDepth::thisFolder, count);
+    if (size != nullptr) {
+        *size += count.bytes;
+    }
+    return count.files + (folders ? count.folders : 0);
+}
+
+bool FNFileSystem::copyFolder(const FPath& source, const FPath& target, IFileProgress* progress) {
+    std::int32_t error = 0;
+    const PathText from(source);
+    const PathParts place(target);
+    // A copy into itself would never come to an end.
+    if (liesIn(place, from)) {
+        return false;
+    }
+    platform::Folder folder = platform::Folder::open(from, error);
+    platform::Folder parent = platform::Folder::open(place.folder(), error);
+    if (!folder.isOpen() || !parent.isOpen() || !copyTree(folder, parent, place.name(), progress)) {
+        return false;
+    }
+    notifyChange(FileChangeKind::written, target, nullptr);
+    return true;
+}
+
+bool FNFileSystem::deleteFolder(const FPath& path) {
+    std::int32_t error = 0;
+    const PathText text(path);
+    const auto status = platform::fileStatus(text, error);
+    if (!status || !status->isFolder) {
+        return false;
+    }
+    if (status->isLink) {
+        return deleteFile(path);
+    }
+    const PathParts parts(path);
+    platform::Folder parent = platform::Folder::open(parts.folder(), error);
+    if (!parent.isOpen() || !deleteTree(parent, parts.name())) {
+        return false;
+    }
+    notifyChange(FileChangeKind::deleted, path, nullptr);
+    return true;
+}
+
+bool FNFileSystem::folderExists(const FPath& path) {
+    return platform::fileKindOf(PathText(path)) == platform::FileKind::folder;
+}
+
+bool FNFileSystem::openUrl(const FStringRef& url) {
+    FString narrow(url);
+    return narrow.toMultiByte(CodePage::utf8) && platform::openAddress(narrow.text8());
+}
+
+bool FNFileSystem::isAbsolute(const FPath& path) {
+    FString text;
+    path.getFullPath(text);
+    return isAbsolutePath(text);
+}
+
+bool FNFileSystem::isRootPath(const FStringRef& text) {
+    return tessera::isRootPath(text);
+}
+
+void FNFileSystem::notifyChange(FileChangeKind kind, const FPath& path, const FPath* other) {
+    FMessenger* messenger = FMessenger::getInstance();
+    if (messenger == nullptr) {
+        return;
+    }
+    const auto message = FRefPtr<FMessage>::adopt(new FMessage("PathChanged"));
+    addPath(*message, "change", path);
+    message->setInt("kind", static_cast<std::int64_t>(kind));
+    if (other != nullptr) {
+        addPath(*message, "other", *other);
+    }
+    messenger->sendTo(FileChangeHub::name, message.get(), FMessenger::HookUse::call);
+}
+
+bool FNFileSystem::sanitizePath(FString& text, char16_t replacement) {
+    return cleanPath(text, replacement);
+}
+
+bool FNFileSystem::formatSize(const FPath& path, FString& text, std::int32_t maxLevel) {
+    return formatByteCount(getFileSize(path), text, maxLevel);
+}
+
+bool FNFileSystem::revealInShell(const FPath& path) {
+    return platform::showInFolder(PathText(path));
+}
+
+bool FNFileSystem::openDocument(const FPath& path) {
+    return platform::openDocument(PathText(path));
+}
+
+bool FNFileSystem::resolveLink(FPath& path) {
+    const PathText text(path);
+    const auto target = platform::hasLinkExtension(text) ? platform::readLink(text) : std::nullopt;
+    if (!target) {
+        return false;
+    }
+    path.set(FStringRef(target->data(), static_cast<std::int32_t>(target->size())), PathKind::unknown);
+    path.setFileType(FFileType());
+    return true;
+}
+
+bool FNFileSystem::createLink(FPath& path, const FPath& target) {
+    FNPath* native = cmCast<FNPath>(&path);
+    if (native == nullptr) {
+        return false;
+    }
+    FNPath link(*native);
+    link.setFileType(FFileType());
+    if (!platform::hasLinkExtension(PathParts(link).name())) {
+        FString name(link.getName());
+        name.append(kLinkExtension);
+        link.setName(name);
+    }
+    std::int32_t error = 0;
+    // The link itself counts as taken, even when it leads nowhere.
+    if (platform::fileStatus(PathText(link), error)) {
+        FFastNamer namer;
+        if (!link.makeUnique(namer)) {
+            return false;
+        }
+    }
+    if (!platform::createLink(PathText(link), PathText(target), error)) {
+        return false;
+    }
+    link.setKind(PathKind::unknown);
+    *native = link;
+    return true;
+}
+
+VolumeKind FNFileSystem::getVolumeKind(const FPath& path) {
+    const auto volume = volumeOf(path);
+    if (!volume) {
+        return VolumeKind::none;
+    }
+    const KnownVolume* known = knownVolume(volume->kind);
+    return known != nullptr ? known->kind : VolumeKind::unknown;
+}
+
+bool FNFileSystem::getDiskNumber(const FPath& path, FString& out) {
+    const auto volume = volumeOf(path);
+    if (!volume || volume->diskNumber < 0) {
+        return false;
+    }
+    out.printf("%d", volume->diskNumber);
+    return true;
+}
+
+std::int64_t FNFileSystem::getFreeSpace(const FPath& path) {
+    const auto volume = volumeOf(path);
+    return volume ? static_cast<std::int64_t>(volume->availableBytes) : -1;
+}
+
+bool FNFileSystem::isSameFile(const FPath& a, const FPath& b) {
+    return platform::isSameFile(PathText(a), PathText(b));
+}
+
+bool FNFileSystem::setVolumeMessages(bool wanted) {
+    if (wanted) {
+        return platform::startVolumeWatch(passVolumeChange);
+    }
+    platform::stopVolumeWatch();
+    return true;
+}
+
+void FNFileSystem::addVolumeListener(IBaseUnknown* listener) {
+    FMessenger* messenger = FMessenger::getInstance();
+    if (messenger == nullptr || listener == nullptr) {
+        return;
+    }
+    if (volumeGroup_ == 0) {
+        volumeGroup_ = messenger->createGroup();
+    }
+    messenger->addToGroup(volumeGroup_, listener);
+}
+
+void FNFileSystem::removeVolumeListener(IBaseUnknown* listener) {
+    FMessenger* messenger = FMessenger::getInstance();
+    if (messenger != nullptr && volumeGroup_ != 0) {
+        messenger->removeFromGroup(volumeGroup_, listener);
+    }
+}
+
+void FNFileSystem::tellVolumeChange(bool arrived, const FPath& root) {
+    FMessenger* messenger = FMessenger::getInstance();
+    if (messenger == nullptr || volumeGroup_ == 0) {
+        return;
+    }
+    const auto message = FRefPtr<FMessage>::adopt(new FMessage(arrived ? "VolMount" : "VolUnmount"));
+    addPath(*message, "kRootPath", root);
+    messenger->sendToGroup(volumeGroup_, message.get());
+}
+
+} // namespace tessera
