@@ -9,6 +9,7 @@
 #include "foundation/containers/CmOrderedArray.h"
 #include "foundation/containers/CmQueue.h"
 #include "foundation/containers/CmStack.h"
+#include "foundation/containers/CmString.h"
 #include "foundation/object/CmClass.h"
 #include "foundation/object/CmDelegatingUnknown.h"
 #include "foundation/object/CmUID.h"
@@ -48,6 +49,7 @@ FMetaClass CmBTree::metaClass("CmBTree", &CmContainer::metaClass, &createCmObjec
 FMetaClass CmBTreeDictionary::metaClass("CmBTreeDictionary", &CmBTree::metaClass, &createCmObject<CmBTreeDictionary>);
 FMetaClass CmHashTable::metaClass("CmHashTable", &CmContainer::metaClass, &createCmObject<CmHashTable>);
 FMetaClass CmAssociation::metaClass("CmAssociation", &CmObject::metaClass, &createCmObject<CmAssociation>);
+FMetaClass CmString::metaClass("CmString", &CmObject::metaClass, &createCmObject<CmString>);
 FMetaClass CmBuffer::metaClass("CmBuffer", &CmObject::metaClass, &createCmObject<CmBuffer>);
 
 // Services that other modules ask for by identifier; they have no name.

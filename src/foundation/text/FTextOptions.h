@@ -22,6 +22,10 @@ enum class FOccurrences : bool { first, all };
 // What trim takes from the ends and removeAll takes everywhere.
 enum class FTrimMode : std::int32_t { whiteSpace = 0, allButLettersAndDigits = 1, allButLetters = 2 };
 
+// What becomes of the pieces when a text is split, and of the piece behind the last separator when it is empty.
+enum class FItemForm : bool { asTheyAre, trimmed };
+enum class FEmptyLastItem : bool { kept, dropped };
+
 enum class FNormalForm : std::int32_t { composed = 0 };
 
 } // namespace tessera
