@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <functional>
 #include <limits>
 
 namespace tessera {
@@ -61,12 +62,16 @@ bool FByteBuffer::append(const void* bytes, std::int32_t count) {
     if (count < 0 || bytes == nullptr || count > std::numeric_limits<std::int32_t>::max() - fill_) {
         return false;
     }
+    const auto* source = static_cast<const std::uint8_t*>(bytes);
+    const bool own = data_ != nullptr && std::less_equal<>()(data_, source) && std::less<>()(source, data_ + size_);
+    const std::ptrdiff_t offset = own ? source - data_ : 0;
     const std::int32_t needed = fill_ + count;
     if (needed > size_ && !setSize(roundedUp(needed))) {
         return false;
     }
     if (count > 0) {
-        std::memcpy(data_ + fill_, bytes, static_cast<std::size_t>(count));
+        // A piece of this very buffer has moved along with it.
+        std::memmove(data_ + fill_, own ? data_ + offset : source, static_cast<std::size_t>(count));
     }
     fill_ = needed;
     return true;
