@@ -43,8 +43,9 @@ struct IProjectObject : IBaseUnknown {
     virtual void reserved21() = 0;
     virtual void reserved22() = 0;
 
-    // Slot 23. Main thread, for an object that stands on a track. Moves it there and gives it that length, within the
-    // open block of the undo stack; a null stack means without undo.
+    // Slot 23. Main thread, for an object that stands on a track. Moves it to that position, within the open block of
+    // the undo stack; a null stack means without undo. The seconds tell how long the audio is that it plays from now:
+    // the object keeps its offset in it, and grows or shrinks by as much as its clip did.
     virtual FResult place(double position, double seconds, IUndoStack* undo) = 0;
 
     // Slot 24. Main thread. Where on the timeline it ends.

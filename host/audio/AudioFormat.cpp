@@ -1,0 +1,124 @@
+#include "host/audio/AudioFormat.h"
+
+#include <algorithm>
+#include <cctype>
+#include <filesystem>
+#include <sndfile.h>
+#include <string_view>
+
+namespace tessera::host {
+namespace {
+
+struct Encoding {
+    int subtype;
+    SampleKind kind;
+};
+
+constexpr Encoding kEncodings[] = {
+    {SF_FORMAT_PCM_S8, SampleKind::int8},    {SF_FORMAT_PCM_U8, SampleKind::int8},
+    {SF_FORMAT_PCM_16, SampleKind::int16},   {SF_FORMAT_PCM_24, SampleKind::int24},
+    {SF_FORMAT_PCM_32, SampleKind::int32},   {SF_FORMAT_FLOAT, SampleKind::float32},
+    {SF_FORMAT_DOUBLE, SampleKind::float64},
+};
+
+struct FileType {
+    std::string_view extension;
+    std::string_view name;
+    int major;
+};
+
+// The first row of a type is what is written when the source tells nothing better.
+constexpr FileType kFileTypes[] = {
+    {".wav", "WAV", SF_FORMAT_WAV},    {".wav", "WAV", SF_FORMAT_WAVEX},  {".wav", "RF64", SF_FORMAT_RF64},
+    {".aif", "AIFF", SF_FORMAT_AIFF},  {".aiff", "AIFF", SF_FORMAT_AIFF}, {".aifc", "AIFF", SF_FORMAT_AIFF},
+    {".flac", "FLAC", SF_FORMAT_FLAC}, {".w64", "W64", SF_FORMAT_W64},    {".rf64", "RF64", SF_FORMAT_RF64},
+};
+
+// Room for the chunks around the samples below the limit of a 32-bit size.
+constexpr std::int64_t kLargestPlainWave = 0xFFFFFFFFLL - 0x100000;
+
+std::string lowerExtension(const std::string& path) {
+    std::string extension = std::filesystem::path(path).extension().string();
+    std::transform(extension.begin(), extension.end(), extension.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return extension;
+}
+
+bool isOfType(const FileType& type, std::string_view extension, int major) {
+    return type.extension == extension && type.major == major;
+}
+
+int majorFor(std::string_view extension, int sourceMajor, std::int64_t dataBytes) {
+    int major = 0;
+    for (const FileType& type : kFileTypes) {
+        if (isOfType(type, extension, sourceMajor)) {
+            major = sourceMajor;
+            break;
+        }
+        if (major == 0 && type.extension == extension) {
+            major = type.major;
+        }
+    }
+    if (major == 0) {
+        major = sourceMajor != 0 ? sourceMajor : SF_FORMAT_WAV;
+    }
+    const bool isPlainWave = major == SF_FORMAT_WAV || major == SF_FORMAT_WAVEX;
+    return isPlainWave && dataBytes > kLargestPlainWave ? SF_FORMAT_RF64 : major;
+}
+
+bool canBeWritten(const AudioFormat& format) {
+    SF_INFO info = {};
+    info.format = format.container;
+    info.channels = format.channels;
+    info.samplerate = format.sampleRate;
+    return sf_format_check(&info) != 0;
+}
+
+} // namespace
+
+std::optional<SampleKind> sampleKindOf(int container) {
+    for (const Encoding& encoding : kEncodings) {
+        if (encoding.subtype == (container & SF_FORMAT_SUBMASK)) {
+            return encoding.kind;
+        }
+    }
+    return std::nullopt;
+}
+
+bool hasKnownExtension(const std::string& path) {
+    const std::string extension = lowerExtension(path);
+    return std::any_of(std::begin(kFileTypes), std::end(kFileTypes),
+                       [&](const FileType& type) { return type.extension == extension; });
+}
+
+std::string describe(const AudioFormat& format) {
+    std::string name = "sound file";
+    for (const FileType& type : kFileTypes) {
+        if (type.major == (format.container & SF_FORMAT_TYPEMASK)) {
+            name = type.name;
+            break;
+        }
+    }
+    return name + ", " + factsOf(format.kind).name + ", " + std::to_string(format.channels) +
+           (format.channels == 1 ? " channel, " : " channels, ") + std::to_string(format.sampleRate) + " Hz";
+}
+
+std::optional<AudioFormat> formatForFile(const std::string& path, const AudioFormat& wanted, std::int64_t dataBytes) {
+    const int sourceMajor = wanted.container & SF_FORMAT_TYPEMASK;
+    const int major = majorFor(lowerExtension(path), sourceMajor, dataBytes);
+    AudioFormat result = wanted;
+    // The byte order belongs to the source's kind of file, and means nothing in another.
+    const int byteOrder = major == sourceMajor ? wanted.container & SF_FORMAT_ENDMASK : 0;
+    for (const Encoding& encoding : kEncodings) {
+        if (encoding.kind != wanted.kind) {
+            continue;
+        }
+        result.container = major | encoding.subtype | byteOrder;
+        if (canBeWritten(result)) {
+            return result;
+        }
+    }
+    return std::nullopt;
+}
+
+} // namespace tessera::host

@@ -1,0 +1,67 @@
+#include "host/model/SafeSave.h"
+
+#include "host/text/Text16.h"
+#include "platform/Files.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <optional>
+#include <system_error>
+
+namespace tessera::host {
+namespace {
+
+std::string systemText(std::int32_t error) {
+    return std::system_category().message(error);
+}
+
+class PlatformSaveSteps final : public SaveSteps {
+public:
+    std::string writeAndFlush(const std::string& path, std::string_view content) override {
+        std::optional<std::u16string> name = toText16(path);
+        if (!name) {
+            return "the name is no valid UTF-8";
+        }
+        std::replace(name->begin(), name->end(), u'/', u'\\');
+        platform::FileOpenFlags flags;
+        flags.write = true;
+        std::int32_t error = 0;
+        platform::File file = platform::File::open(*name, flags, platform::FileDisposition::createAlways, error);
+        if (!file.isOpen()) {
+            return systemText(error);
+        }
+        const auto size = static_cast<std::int64_t>(content.size());
+        const bool stored = file.write(content.data(), size, error) == size && file.flush(error) && file.close(error);
+        return stored ? std::string() : systemText(error);
+    }
+    std::string rename(const std::string& from, const std::string& to) override {
+        std::error_code error;
+        std::filesystem::rename(from, to, error);
+        return error ? error.message() : std::string();
+    }
+    void remove(const std::string& path) override {
+        std::error_code ignored;
+        std::filesystem::remove(path, ignored);
+    }
+};
+
+} // namespace
+
+SaveSteps& platformSaveSteps() {
+    static PlatformSaveSteps steps;
+    return steps;
+}
+
+std::string safeSave(const std::string& path, std::string_view content, SaveSteps& steps) {
+    const std::string beside = path + ".new";
+    std::string reason = steps.writeAndFlush(beside, content);
+    if (reason.empty()) {
+        reason = steps.rename(beside, path);
+    }
+    if (!reason.empty()) {
+        steps.remove(beside);
+    }
+    return reason;
+}
+
+} // namespace tessera::host

@@ -1,0 +1,547 @@
+#include "host/program/Application.h"
+
+#include "host/model/AudioClipAccess.h"
+#include "host/model/AudioMix.h"
+#include "host/model/AudioWriterFactory.h"
+#include "host/model/ProjectFile.h"
+#include "host/services/ObjectTest.h"
+#include "host/undo/PlaceChange.h"
+#include "platform/TemporaryFolder.h"
+
+#include <algorithm>
+#include <chrono>
+#include <filesystem>
+#include <iomanip>
+#include <ostream>
+#include <sstream>
+#include <thread>
+#include <utility>
+
+namespace tessera::host {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr char kEditCategory[] = "Tessera Exchange";
+constexpr char kEditName[] = "Edit in Tessera";
+constexpr std::chrono::milliseconds kTurnPause{5};
+
+constexpr char kNoProject[] = "no project is open; use: new FOLDER SOUNDFILE... or: open FILE";
+
+std::string noSuchEvent(int number, const Project& project) {
+    return "there is no event " + std::to_string(number) + "; the project has " +
+           std::to_string(project.events().size()) + ", see: show";
+}
+
+std::string seconds(double value) {
+    std::ostringstream text;
+    text << std::fixed << std::setprecision(3) << value;
+    return text.str();
+}
+
+std::string fullPath(const std::string& path) {
+    return fs::absolute(path).lexically_normal().string();
+}
+
+} // namespace
+
+Application::Application(const ApplicationSettings& settings)
+    : core_(std::make_shared<HostCore>()), out_(*settings.out) {
+    core_->note = [this](const std::string& line) { say(line); };
+    core_->watch->setListener([this](const std::string& text) { say("misuse by the module: " + text); });
+    projects_ = std::make_shared<ProjectList>(core_);
+    selection_ = std::make_shared<Selection>(core_);
+    undo_ = std::make_shared<UndoStack>(core_);
+    transport_ = std::make_shared<Transport>(core_);
+    commands_ = std::make_shared<CommandTable>(core_);
+    commandTarget_ = std::make_shared<CommandTarget>(core_, commands_);
+    driver_ = std::make_shared<DriverArbiter>(core_);
+    idle_ = std::make_shared<IdleHost>(core_);
+    alerts_ = std::make_shared<AlertHost>(core_);
+    exports_ = std::make_shared<ExportHost>(core_);
+    registry_ = std::make_shared<ObjectRegistry>(core_);
+    context_ = std::make_shared<HostContext>(core_, settings.name, settings.version, [this](const std::string& path) {
+        const Complaint complaint = openProject(path);
+        if (!complaint.empty()) {
+            say("warning: the project that was asked for isn't opened: " + complaint);
+        }
+        return complaint.empty();
+    });
+    enterServices();
+}
+
+// The guest's singletons may outlive this object and still hold the watch: nothing of ours is reached through it then.
+Application::~Application() {
+    setProject(nullptr);
+    stopModule();
+    module_.reset();
+    core_->watch->setListener(nullptr);
+    core_->note = [](const std::string&) {};
+}
+
+void Application::enterServices() {
+    context_->addService<ISelection>(selection_);
+    context_->addService<IUndoStack>(undo_);
+    context_->addService<ITransport>(transport_);
+    context_->addService<ICommandTable>(commands_);
+    context_->addService<ICommandTarget>(commandTarget_);
+    context_->addService<IDriverArbiter>(driver_);
+    context_->addService<IIdleHost>(idle_);
+    context_->addService<IAlertHost>(alerts_);
+    context_->addService<IExportHost>(exports_);
+    context_->addService<IProjectList>(projects_);
+    context_->addService<IObjectRegistry>(registry_);
+    context_->addService<IObjectTest>(std::make_shared<ObjectTest>(core_));
+    const std::shared_ptr<HostCore> core = core_;
+    context_->addMaker<IUrlFactory>([core] { return std::make_shared<HostFile>(core); });
+    context_->addMaker<IAudioClipAccess>([core] { return std::make_shared<AudioClipAccess>(core); });
+    context_->addMaker<IAudioClipFactory>([core] { return std::make_shared<AudioPart>(core); });
+    context_->addMaker<IAudioWriterFactory>([core] { return std::make_shared<AudioWriterFactory>(core); });
+}
+
+void Application::say(const std::string& line) {
+    out_ << line << std::endl;
+}
+
+Complaint Application::loadModule(const std::string& path) {
+    if (module_ != nullptr) {
+        return "a module is loaded already; use: start";
+    }
+    Complaint complaint;
+    module_ = GuestModule::load(core_->watch, path, &complaint);
+    return module_ == nullptr ? complaint : startModule();
+}
+
+Complaint Application::startModule() {
+    if (module_ == nullptr) {
+        return "no module is loaded; give one with --module";
+    }
+    const Complaint complaint = module_->start(context_->unknown());
+    settle();
+    if (complaint.empty()) {
+        say("module: " + module_->title());
+    }
+    return complaint;
+}
+
+Complaint Application::stopModule() {
+    if (module_ == nullptr || !module_->isRunning()) {
+        return "no module runs";
+    }
+    module_->stop();
+    undo_->forgetGuest();
+    core_->watch->bury();
+    for (const GuestWatch::Held& held : core_->watch->held()) {
+        core_->watch->misuse(held.className + " is still held after terminate, " + std::to_string(held.references) +
+                             (held.references == 1 ? " reference" : " references"));
+    }
+    return {};
+}
+
+void Application::setProject(std::shared_ptr<Project> project) {
+    selection_->clear();
+    projects_->setActive(std::move(project));
+    undo_->setProject(projects_->active());
+    hasUnsavedChanges_ = false;
+    settle();
+}
+
+std::shared_ptr<AudioPart> Application::partOf(AudioPool& pool, const std::shared_ptr<AudioClip>& clip) {
+    std::shared_ptr<AudioPart> part = pool.find(*clip);
+    if (part == nullptr) {
+        part = std::make_shared<AudioPart>(core_, clip);
+        pool.addPart(part);
+    }
+    return part;
+}
+
+Complaint Application::newProject(const std::string& folder, const std::vector<std::string>& soundFiles) {
+    if (hasUnsavedChanges_) {
+        return "the open project has changes that aren't saved; use: save, or: close";
+    }
+    std::error_code error;
+    const std::string path = fullPath(folder);
+    fs::create_directories(fs::path(path) / "Audio", error);
+    if (error) {
+        return "the folder \"" + path + "\" can't be made (" + error.message() + "); name another one";
+    }
+    const auto project = Project::create(core_, path);
+    const std::shared_ptr<Track> track = project->addTrack("Track 1");
+    for (const std::string& file : soundFiles) {
+        Complaint complaint;
+        const std::shared_ptr<AudioClip> clip = AudioClip::open(core_, fullPath(file), &complaint);
+        if (clip == nullptr) {
+            return complaint;
+        }
+        const std::shared_ptr<AudioPart> part = partOf(project->ownPool(), clip);
+        const EventPlace place{track->end(), clip->seconds(), 0};
+        track->add(std::make_shared<Event>(core_, fs::path(file).filename().string(), place, part));
+    }
+    setProject(project);
+    hasUnsavedChanges_ = true;
+    return {};
+}
+
+Complaint Application::openProject(const std::string& path) {
+    if (project() != nullptr && project()->filePath() == fullPath(path)) {
+        return {};
+    }
+    if (hasUnsavedChanges_) {
+        return "the open project has changes that aren't saved; use: save, or: close";
+    }
+    Complaint complaint;
+    const std::shared_ptr<Project> project = readProject(core_, path, *transport_, &complaint);
+    if (project != nullptr) {
+        setProject(project);
+    }
+    return complaint;
+}
+
+Complaint Application::saveProject(const std::string& path) {
+    if (project() == nullptr) {
+        return kNoProject;
+    }
+    std::string file = path.empty() ? project()->filePath() : fullPath(path);
+    if (file.empty()) {
+        const fs::path folder = project()->folderPath();
+        file = (folder / (folder.filename().string() + kProjectExtension)).string();
+    }
+    Complaint complaint = host::saveProject(*project(), *transport_, file);
+    if (complaint.empty()) {
+        hasUnsavedChanges_ = false;
+        say("saved \"" + file + "\"");
+    }
+    return complaint;
+}
+
+Complaint Application::closeProject() {
+    if (project() == nullptr) {
+        return kNoProject;
+    }
+    setProject(nullptr);
+    return {};
+}
+
+std::shared_ptr<Track> Application::trackByNumber(int number) {
+    const auto count = static_cast<int>(project()->tracks().size());
+    if (number >= 1 && number <= count) {
+        return project()->tracks()[static_cast<std::size_t>(number - 1)];
+    }
+    return number == count + 1 ? project()->addTrack("Track " + std::to_string(number)) : nullptr;
+}
+
+Complaint Application::addSound(const std::string& path, const NewEventPlace& wanted) {
+    if (project() == nullptr) {
+        return kNoProject;
+    }
+    Complaint complaint;
+    const std::shared_ptr<AudioClip> clip = AudioClip::open(core_, fullPath(path), &complaint);
+    if (clip == nullptr) {
+        return complaint;
+    }
+    const double offset = wanted.offset.value_or(0);
+    const double length = wanted.length.value_or(clip->seconds() - offset);
+    if (!(offset >= 0) || !(length > 0) || offset + length > clip->seconds() + 1e-9) {
+        return "the stretch from " + seconds(offset) + " s with " + seconds(length) + " s doesn't lie in \"" + path +
+               "\", which has " + seconds(clip->seconds()) + " s";
+    }
+    const std::shared_ptr<Track> track = trackByNumber(wanted.track);
+    if (track == nullptr) {
+        return "there is no track " + std::to_string(wanted.track) + "; the next new one is " +
+               std::to_string(project()->tracks().size() + 1);
+    }
+    const std::shared_ptr<AudioPart> part = partOf(project()->ownPool(), clip);
+    const EventPlace place{wanted.start.value_or(track->end()), length, offset};
+    undo_->addEventTo(track, std::make_shared<Event>(core_, fs::path(path).filename().string(), place, part));
+    undo_->commitBlock("Add event");
+    settle();
+    return {};
+}
+
+Complaint Application::addNotes(const NewEventPlace& wanted) {
+    if (project() == nullptr) {
+        return kNoProject;
+    }
+    const std::shared_ptr<Track> track = trackByNumber(wanted.track);
+    if (track == nullptr) {
+        return "there is no track " + std::to_string(wanted.track) + "; the next new one is " +
+               std::to_string(project()->tracks().size() + 1);
+    }
+    const EventPlace place{wanted.start.value_or(track->end()), wanted.length.value_or(1), 0};
+    undo_->addEventTo(track, std::make_shared<Event>(core_, "Notes", place));
+    undo_->commitBlock("Add part");
+    settle();
+    return {};
+}
+
+Complaint Application::withEvent(int number, const std::function<void(const std::shared_ptr<Event>&)>& change) {
+    if (project() == nullptr) {
+        return kNoProject;
+    }
+    const std::shared_ptr<Event> event = project()->eventByNumber(number);
+    if (event == nullptr) {
+        return noSuchEvent(number, *project());
+    }
+    change(event);
+    settle();
+    return {};
+}
+
+Complaint Application::removeEvent(int number) {
+    return withEvent(number, [&](const std::shared_ptr<Event>& event) {
+        undo_->removeEventFrom(event->track(), event);
+        undo_->commitBlock("Remove event");
+    });
+}
+
+Complaint Application::moveEvent(int number, double start) {
+    return withEvent(number, [&](const std::shared_ptr<Event>& event) {
+        EventPlace place = event->place();
+        place.start = start;
+        auto change = std::make_unique<PlaceChange>(event, event->place(), place);
+        change->redo();
+        undo_->record(std::move(change));
+        undo_->commitBlock("Move event");
+    });
+}
+
+Complaint Application::trimEvent(int number, double offset, double length) {
+    Complaint complaint;
+    const Complaint missing = withEvent(number, [&](const std::shared_ptr<Event>& event) {
+        const double clipSeconds = event->isAudio() ? event->ownClip()->seconds() : offset + length;
+        if (!(offset >= 0) || !(length > 0) || offset + length > clipSeconds + 1e-9) {
+            complaint = "the stretch from " + seconds(offset) + " s with " + seconds(length) +
+                        " s doesn't lie in the clip, which has " + seconds(clipSeconds) + " s";
+            return;
+        }
+        auto change =
+            std::make_unique<PlaceChange>(event, event->place(), EventPlace{event->place().start, length, offset});
+        change->redo();
+        undo_->record(std::move(change));
+        undo_->commitBlock("Trim event");
+    });
+    return missing.empty() ? complaint : missing;
+}
+
+Complaint Application::restrictEvent(int number, std::uint32_t restrictions) {
+    return withEvent(number, [&](const std::shared_ptr<Event>& event) {
+        event->setRestrictions(restrictions);
+        hasUnsavedChanges_ = true;
+    });
+}
+
+Complaint Application::select(const std::vector<int>& numbers) {
+    if (project() == nullptr) {
+        return kNoProject;
+    }
+    std::vector<std::shared_ptr<Event>> events;
+    for (const int number : numbers) {
+        events.push_back(project()->eventByNumber(number));
+        if (events.back() == nullptr) {
+            return noSuchEvent(number, *project());
+        }
+    }
+    selection_->selectEvents(std::move(events));
+    return {};
+}
+
+Complaint Application::selectAll() {
+    if (project() == nullptr) {
+        return kNoProject;
+    }
+    selection_->selectEvents(project()->events());
+    return {};
+}
+
+Complaint Application::selectRange(TimeRange range) {
+    if (project() == nullptr) {
+        return kNoProject;
+    }
+    if (!(range.end > range.start)) {
+        return "the range from " + seconds(range.start) + " s to " + seconds(range.end) +
+               " s is empty; give the start first, then the end";
+    }
+    std::vector<std::shared_ptr<Event>> events = selection_->selectedEvents();
+    if (events.empty()) {
+        events = project()->events();
+    }
+    std::erase_if(events, [&](const auto& event) {
+        return !event->isAudio() || event->place().end() <= range.start || event->place().start >= range.end;
+    });
+    if (events.empty()) {
+        return "no audio event lies between " + seconds(range.start) + " s and " + seconds(range.end) + " s, see: show";
+    }
+    selection_->selectRange(std::move(events), range);
+    return {};
+}
+
+// On the way to the other program a ";" ends a field, and there is no way to write it otherwise.
+void Application::warnOfSeparators() {
+    const auto selected = selection_->selectedEvents();
+    if (selected.empty() || !selected.front()->isAudio()) {
+        return;
+    }
+    const std::string name = fs::path(selected.front()->ownClip()->path()).filename().string();
+    const std::string folder = platform::temporaryFolder();
+    for (const std::string& text : {name, folder}) {
+        if (text.find(';') != std::string::npos) {
+            say("warning: \"" + text +
+                "\" holds a \";\", which ends a field on the way to the editor: it may look for " +
+                "another file; rename it first");
+        }
+    }
+}
+
+Complaint Application::edit() {
+    if (project() == nullptr) {
+        return kNoProject;
+    }
+    warnOfSeparators();
+    guestCommitsSeen_ = undo_->guestCommits();
+    const CommandTarget::Outcome outcome = commandTarget_->run(kEditCategory, kEditName);
+    settle();
+    switch (outcome) {
+    case CommandTarget::Outcome::noSuchCommand:
+        return "the command \"Edit in Tessera\" isn't there; load the module with --module";
+    case CommandTarget::Outcome::disabled:
+        return "the command \"Edit in Tessera\" can't run now; select one audio event or a range, and have the editor "
+               "installed or running";
+    case CommandTarget::Outcome::refused:
+        return "the edit could not be started: no audio event is selected, or its audio can't be copied to \"" +
+               platform::temporaryFolder() + "\"; look at the selection and at the space on that disk";
+    case CommandTarget::Outcome::done:
+        break;
+    }
+    return {};
+}
+
+Complaint Application::waitForEdit(double limit) {
+    const bool came = run(limit, [this] { return undo_->guestCommits() != guestCommitsSeen_; });
+    if (!came) {
+        return "the edit didn't come back within " + seconds(limit) +
+               " s: the editor may still be open, or has given up; see what it says, or wait longer";
+    }
+    guestCommitsSeen_ = undo_->guestCommits();
+    return {};
+}
+
+Complaint Application::undo() {
+    const std::string name = undo_->nameToUndo();
+    if (!undo_->undo()) {
+        return "there is nothing to undo";
+    }
+    settle();
+    say("undone: " + name);
+    return {};
+}
+
+Complaint Application::redo() {
+    const std::string name = undo_->nameToRedo();
+    if (!undo_->redo()) {
+        return "there is nothing to redo";
+    }
+    settle();
+    say("redone: " + name);
+    return {};
+}
+
+Complaint Application::exportMix(const std::string& path) {
+    if (project() == nullptr) {
+        return kNoProject;
+    }
+    const std::string file = fullPath(path);
+    const std::shared_ptr<AttributeList> attributes = exports_->prepare(file, {0, project()->end()}, *project());
+    Complaint complaint = mixProject(*project(), file, attributes->asText());
+    exports_->finish(complaint.empty() ? ExportHost::kWritten : ExportHost::kFailed);
+    settle();
+    if (complaint.empty()) {
+        say("exported \"" + file + "\"");
+    }
+    return complaint;
+}
+
+Complaint Application::suspendDriver(const std::string& text) {
+    driver_->suspendClients(text);
+    settle();
+    return {};
+}
+
+void Application::showEvent(const Event& event) {
+    const auto selected = selection_->selectedEvents();
+    const bool isSelected =
+        std::any_of(selected.begin(), selected.end(), [&](const auto& other) { return other.get() == &event; });
+    std::ostringstream line;
+    line << (isSelected ? "  * " : "    ") << project()->numberOf(event) << "  " << seconds(event.place().start)
+         << " to " << seconds(event.place().end()) << " s  " << event.name();
+    if (const AudioClip* clip = event.ownClip()) {
+        line << ", plays \"" << clip->path() << "\" from " << seconds(event.place().offset) << " s ("
+             << describe(clip->format()) << ", " << clip->frameCount() << " frames)";
+    }
+    for (const Restrictions::Row& row : Restrictions::kRows) {
+        line << ((event.restrictions() & row.bit) != 0 ? std::string(", ") + row.name : std::string());
+    }
+    say(line.str());
+}
+
+void Application::show() {
+    if (project() == nullptr) {
+        say(kNoProject);
+        return;
+    }
+    say("project \"" + project()->folderPath() + "\", " + seconds(project()->end()) + " s, " +
+        std::to_string(project()->ownPool().parts().size()) + " clips in the pool");
+    for (const auto& track : project()->tracks()) {
+        say("  " + track->name());
+        for (const auto& event : track->eventsByStart()) {
+            showEvent(*event);
+        }
+    }
+    if (transport_->cycleRight().seconds() > 0) {
+        say("  cycle " + seconds(transport_->cycleLeft().seconds()) + " to " +
+            seconds(transport_->cycleRight().seconds()) + " s, play position " + seconds(transport_->position()) +
+            " s");
+    }
+    const auto nameOr = [](const std::string& name) { return name.empty() ? std::string("-") : "\"" + name + "\""; };
+    say("  undo: " + nameOr(undo_->nameToUndo()) + ", redo: " + nameOr(undo_->nameToRedo()));
+}
+
+void Application::showCommands() {
+    for (const HostCommand& command : commands_->commands()) {
+        const bool mayRun = commandTarget_->mayRun(command.category, command.name);
+        say(command.group + " > " + command.title + (mayRun ? "" : " (can't run now)"));
+    }
+}
+
+void Application::settle() {
+    if (undo_->rollBack()) {
+        say("note: a change that was begun and not committed is taken back");
+    }
+    const std::shared_ptr<Project> changed = project();
+    if (changed != nullptr && changed->takeChange()) {
+        hasUnsavedChanges_ = true;
+        changed->tellListeners();
+        registry_->tell(static_cast<IProject*>(changed.get()), ObjectRegistry::kChanged);
+    }
+    core_->watch->bury();
+}
+
+void Application::turn() {
+    idle_->callClients();
+    settle();
+}
+
+bool Application::run(double limit, const std::function<bool()>& done) {
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::duration<double>(limit);
+    while (true) {
+        turn();
+        if (done && done()) {
+            return true;
+        }
+        if (std::chrono::steady_clock::now() >= deadline) {
+            return false;
+        }
+        std::this_thread::sleep_for(kTurnPause);
+    }
+}
+
+} // namespace tessera::host
