@@ -10,6 +10,13 @@
 #include "foundation/containers/CmQueue.h"
 #include "foundation/containers/CmStack.h"
 #include "foundation/containers/CmString.h"
+#include "foundation/messages/FAttributeListObject.h"
+#include "foundation/messages/FIntIDAttribute.h"
+#include "foundation/messages/FMessage.h"
+#include "foundation/messages/FMessenger.h"
+#include "foundation/messages/FPostedMessage.h"
+#include "foundation/messages/FStringIDAttribute.h"
+#include "foundation/messages/UpdateHandler.h"
 #include "foundation/object/CmClass.h"
 #include "foundation/object/CmDelegatingUnknown.h"
 #include "foundation/object/CmUID.h"
@@ -52,14 +59,51 @@ FMetaClass CmAssociation::metaClass("CmAssociation", &CmObject::metaClass, &crea
 FMetaClass CmString::metaClass("CmString", &CmObject::metaClass, &createCmObject<CmString>);
 FMetaClass CmBuffer::metaClass("CmBuffer", &CmObject::metaClass, &createCmObject<CmBuffer>);
 
+// messages/
+FMetaClass FMessage::metaClass("FMessage", &CmObject::metaClass, &createCmObject<FMessage>);
+FMetaClass FAttributeValue::metaClass("FAttributeValue", &CmObject::metaClass, &createCmObject<FAttributeValue>);
+FMetaClass FIntIDAttribute::metaClass("FIntIDAttribute", &FAttributeValue::metaClass, &createCmObject<FIntIDAttribute>);
+FMetaClass FStringIDAttribute::metaClass("FStringIDAttribute", &FAttributeValue::metaClass,
+                                         &createCmObject<FStringIDAttribute>);
+FMetaClass FPostedMessage::metaClass("FPostedMessage", &CmObject::metaClass, nullptr);
+FMetaClass FMessenger::metaClass("FMessenger", &CmObject::metaClass, nullptr);
+
 // Services that other modules ask for by identifier; they have no name.
 namespace {
+
+// Null when the end of the process has taken the service away.
+template <class Service, class Interface>
+void* shareSingleton(Service* service) {
+    if (service == nullptr) {
+        return nullptr;
+    }
+    service->addRef();
+    return static_cast<Interface*>(service);
+}
+
+void* shareUpdateHandler() {
+    return shareSingleton<UpdateHandler, IUpdateRegistry>(UpdateHandler::getInstance(true));
+}
+
+void* shareMessenger() {
+    return shareSingleton<FMessenger, IMessagePost>(FMessenger::getInstance());
+}
 
 const FMetaClass objectOrderRecord(nullptr, nullptr, &shareService<FObjectOrder, IObjectOrder>, IObjectOrder::iid);
 const FMetaClass allocatorRecord(nullptr, nullptr, &shareService<FAllocator, IAllocator>, IAllocator::iid);
 const FMetaClass libraryLoaderRecord(nullptr, nullptr, &createInterface<FLibraryLoader, ILibraryLoader>,
                                      ILibraryLoader::iid);
 const FMetaClass hostListRecord(nullptr, nullptr, &createInterface<UHostList, IHostList>, IHostList::iid);
+const FMetaClass updateHandlerRecord(nullptr, nullptr, &shareUpdateHandler, IUpdateRegistry::iid);
+const FMetaClass messageRecord(nullptr, nullptr, &createInterface<FMessage, IMessageAccess>, IMessageAccess::iid);
+// Created under the identifier of its other interface, a message comes by its first one all the same.
+const FMetaClass messageObjectsRecord(nullptr, nullptr, &createInterface<FMessage, IMessageAccess>,
+                                      IMessageObjects::iid);
+const FMetaClass messengerRecord(nullptr, nullptr, &shareMessenger, IMessagePost::iid);
+const FMetaClass attributeListRecord(nullptr, nullptr, &createInterface<FAttributeListObject, IAttributeList>,
+                                     IAttributeList::iid);
+const FMetaClass secondAttributeListRecord(nullptr, nullptr, &createInterface<FAttributeListObject, IAttributeList>,
+                                           IAttributeList::secondIid);
 
 } // namespace
 } // namespace tessera

@@ -7,7 +7,7 @@
 #pragma once
 
 #include "foundation/object/CmClass.h"
-#include "foundation/text/FTextOptions.h"
+#include "foundation/text/FString.h"
 
 #include <cstdint>
 
@@ -74,7 +74,7 @@ public:
     // copied, everything else points at the same.
     void copyFrom(const FAttributeValue& other);
 
-    // From a text: the first number in it.
+    // From a text the first number in it; nothing else is converted, an integer into a float neither.
     std::int64_t getInt() const;
     double getFloat() const;
     // Texts belong to this value and stand until it changes. An object counts when it is a CmString.
@@ -91,9 +91,12 @@ public:
 
 private:
     void* pointer() const;
-    void setValue(std::uint16_t bits, void* pointer);
+    void setValue(std::uint16_t bits, std::int64_t value);
+    void setOwnText(const FStringRef& text);
     CmString* ownText() const;
-    CmString* ownTextOfWidth(FTextWidth width);
+    FStringRef textView() const;
+    const FString* textToConvert();
+    bool readValue(FStream& stream, std::uint16_t type);
 
     std::int64_t value_ = 0;
     std::uint16_t type_ = 0;

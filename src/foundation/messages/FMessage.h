@@ -42,6 +42,7 @@ public:
     FResult getObject(const char* key, IBaseUnknown** out) override;
 
     // The typed form.
+    const FStringRef& getNameText() const { return name_; }
     std::int64_t getInt(const FStringRef& key) const;
     double getFloat(const FStringRef& key) const;
     const char* getString(const FStringRef& key) const;
@@ -60,6 +61,8 @@ public:
 
 private:
     std::int32_t lowerBound(const FStringRef& key) const;
+    FStringIDAttribute* attributeAt(std::int32_t index) const;
+    bool addAttribute(FStringIDAttribute* attribute);
 
     FString name_;
     // Made with the first value.

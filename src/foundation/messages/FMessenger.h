@@ -9,17 +9,18 @@
 #pragma once
 
 #include "foundation/containers/CmBTreeDictionary.h"
-#include "foundation/containers/CmLinkedList.h"
 #include "foundation/containers/CmQueue.h"
 #include "foundation/messages/FMessage.h"
 #include "foundation/messages/IMessagePost.h"
 #include "foundation/threads/FLock.h"
 
 #include <atomic>
+#include <memory>
+#include <optional>
+#include <vector>
 
 namespace tessera {
 
-class FPostedMessage;
 class IMessageHook;
 
 class FMessenger : public CmClass<FMessenger, CmObject, IMessagePost> {
@@ -72,14 +73,25 @@ public:
     bool postToGroup(std::int32_t id, FMessage* message);
 
 private:
+    using Targets = std::vector<IBaseUnknown*>;
+
+    FRefPtr<IBaseUnknown> findTarget(const char* name);
+    void callHook(const char* name, IBaseUnknown* target, FMessage* message, HookUse use);
+    std::optional<Targets>* findGroup(std::int32_t id);
+    std::optional<std::vector<FRefPtr<IBaseUnknown>>> membersOf(std::int32_t id);
+
     FLock queueLock_;
+    // Guarded by queueLock_.
     CmQueue pending_;
     FLock deliveryLock_;
+    // What this round still has to hand over. Guarded by deliveryLock_.
     CmQueue ready_;
     FLock targetLock_;
-    IMessageHook* hook_ = nullptr;
+    std::atomic<IMessageHook*> hook_{nullptr};
     std::atomic<bool> suspended_{false};
+    // Both guarded by targetLock_. A group's place is empty once it was removed.
     CmBTreeDictionary targets_;
+    std::unique_ptr<std::vector<std::optional<Targets>>> groups_;
 };
 
 } // namespace tessera

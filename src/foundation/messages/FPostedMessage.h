@@ -6,7 +6,7 @@
 
 namespace tessera {
 
-class FPostedMessage : public CmClass<FPostedMessage, CmObject> {
+class FPostedMessage final : public CmClass<FPostedMessage, CmObject> {
 public:
     static FMetaClass metaClass;
 
@@ -18,7 +18,7 @@ public:
     // Whether this round delivers the message; if not, one round less remains to wait.
     bool isDue();
     // Null stands for any target, respectively any name.
-    bool fits(IBaseUnknown* target, const char* name) const;
+    bool fits(const IBaseUnknown* target, const FStringRef& name) const;
 
 private:
     FRefPtr<FMessage> message_;

@@ -5,7 +5,6 @@
 #pragma once
 
 #include "foundation/messages/FAttributeValue.h"
-#include "foundation/text/FString.h"
 
 namespace tessera {
 

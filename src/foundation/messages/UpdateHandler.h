@@ -19,6 +19,8 @@
 
 namespace tessera {
 
+class DeferredChanges;
+
 class UpdateHandler : public FImplements<FObject, IUpdateRegistry, IDeferredUpdates> {
 public:
     // Borrowed. Null at the end of the process, once the singleton list has gone down.
@@ -45,6 +47,9 @@ public:
 
 private:
     class Tables;
+
+    bool notify(IBaseUnknown* key, IBaseUnknown* object, std::int32_t message);
+    bool tellNextDeferred(IBaseUnknown* object, DeferredChanges& later);
 
     FLock lock_{"FLock"};
     std::unique_ptr<Tables> tables_;

@@ -9,7 +9,7 @@ namespace {
 
 using Foreign = test::ForeignObject<>;
 
-class RecordingOwner : public CmDelegatingUnknown::Owner {
+class RecordingOwner final : public CmDelegatingUnknown::Owner {
 public:
     void removeDelegate(CmDelegatingUnknown* delegate) override { removed = delegate; }
 

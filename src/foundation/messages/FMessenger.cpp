@@ -1,0 +1,291 @@
+#include "foundation/messages/FMessenger.h"
+
+#include "foundation/containers/CmString.h"
+#include "foundation/messages/FPostedMessage.h"
+#include "foundation/messages/IMessageHook.h"
+#include "foundation/messages/IMessageTarget.h"
+#include "foundation/object/CmDelegatingUnknown.h"
+#include "foundation/threads/FLockGuard.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace tessera {
+namespace {
+
+constinit std::atomic<FMessenger*> installed{nullptr};
+
+// The process's post office stands from the start of the module to its end.
+FMessenger processMessenger;
+
+// A target is known by its identity: whoever posts may hold another of its interfaces than the target itself, which
+// removes its messages at its end.
+IBaseUnknown* identityOf(IBaseUnknown* target) {
+    const auto identity = queryFor<IBaseUnknown>(target);
+    return identity ? identity.get() : target;
+}
+
+std::int32_t handOver(IBaseUnknown* target, FMessage* message) {
+    if (const auto foreign = queryFor<IMessageTarget>(target)) {
+        return foreign->receiveMessage(message);
+    }
+    CmObject* object = asCmObject(target);
+    return object != nullptr ? object->receiveMessage(message) : 0;
+}
+
+bool holds(const CmQueue& queue, const IBaseUnknown* target, const FStringRef& name) {
+    return queue.findFirst([&](CmObject* entry) { return static_cast<FPostedMessage*>(entry)->fits(target, name); }) !=
+           nullptr;
+}
+
+// Takes every fitting entry out; the rest keeps its order.
+void removeFitting(CmQueue& queue, const IBaseUnknown* target, const FStringRef& name) {
+    for (std::int32_t left = queue.getCount(); left > 0; --left) {
+        auto* entry = static_cast<FPostedMessage*>(queue.dequeue());
+        if (entry->fits(target, name)) {
+            entry->release();
+        } else {
+            queue.enqueue(entry);
+        }
+    }
+}
+
+} // namespace
+
+FMessenger* FMessenger::getInstance() {
+    return installed.load(std::memory_order_acquire);
+}
+
+FMessenger::FMessenger() {
+    pending_.setOwnership(CmOwnership::owner);
+    ready_.setOwnership(CmOwnership::owner);
+    targets_.setOwnership(CmOwnership::owner);
+    FMessenger* none = nullptr;
+    installed.compare_exchange_strong(none, this);
+}
+
+FMessenger::~FMessenger() {
+    FMessenger* self = this;
+    installed.compare_exchange_strong(self, nullptr);
+    const FLockGuard guard(targetLock_);
+    targets_.removeAll();
+}
+
+void FMessenger::post(IBaseUnknown* target, IBaseUnknown* message) {
+    auto* ours = cmCast<FMessage>(asCmObject(message));
+    if (ours == nullptr) {
+        return;
+    }
+    ours->addRef();
+    postMessage(target, ours);
+}
+
+void FMessenger::postMessage(IBaseUnknown* target, FMessage* message, Coalesce coalesce, std::int32_t delay) {
+    auto keep = FRefPtr<FMessage>::adopt(message);
+    if (target == nullptr || !keep) {
+        return;
+    }
+    IBaseUnknown* identity = identityOf(target);
+    const FLockGuard guard(queueLock_);
+    if (coalesce == Coalesce::sameTargetAndName && holds(pending_, identity, message->getNameText())) {
+        return;
+    }
+    auto* entry = new FPostedMessage(keep.detach(), identity, delay);
+    if (!pending_.enqueue(entry)) {
+        entry->release();
+    }
+}
+
+void FMessenger::deliverMessages() {
+    if (suspended_) {
+        return;
+    }
+    const FLockGuard delivery(deliveryLock_);
+    {
+        const FLockGuard queue(queueLock_);
+        for (std::int32_t left = pending_.getCount(); left > 0; --left) {
+            auto* entry = static_cast<FPostedMessage*>(pending_.dequeue());
+            (entry->isDue() ? ready_ : pending_).enqueue(entry);
+        }
+    }
+    // Each entry is off the queue before its target is called: the target may remove what is left, or start a round of
+    // its own.
+    while (auto* next = static_cast<FPostedMessage*>(ready_.dequeue())) {
+        const auto entry = FRefPtr<FPostedMessage>::adopt(next);
+        handOver(entry->getTarget(), entry->getMessage());
+    }
+}
+
+void FMessenger::removeMessages(IBaseUnknown* target, const char* name) {
+    if (target == nullptr) {
+        return;
+    }
+    const IBaseUnknown* identity = identityOf(target);
+    const FLockGuard delivery(deliveryLock_);
+    const FLockGuard queue(queueLock_);
+    removeFitting(pending_, identity, name);
+    removeFitting(ready_, identity, name);
+}
+
+bool FMessenger::hasMessages(IBaseUnknown* target, const char* name) {
+    const IBaseUnknown* identity = target != nullptr ? identityOf(target) : nullptr;
+    const FLockGuard guard(queueLock_);
+    return holds(pending_, identity, name);
+}
+
+bool FMessenger::setSuspended(bool suspended) {
+    return suspended_.exchange(suspended);
+}
+
+void FMessenger::setHook(IMessageHook* hook) {
+    hook_ = hook;
+}
+
+bool FMessenger::addTarget(const char* name, IBaseUnknown* target) {
+    if (name == nullptr || target == nullptr) {
+        return false;
+    }
+    auto key = FRefPtr<CmString>::adopt(new CmString(FStringRef(name)));
+    auto holder = FRefPtr<CmDelegatingUnknown>::adopt(new CmDelegatingUnknown(target));
+    const FLockGuard guard(targetLock_);
+    if (!targets_.set(key.get(), holder.get())) {
+        return false;
+    }
+    // The dictionary owns both now.
+    static_cast<void>(key.detach());
+    static_cast<void>(holder.detach());
+    return true;
+}
+
+bool FMessenger::removeTarget(const char* name) {
+    const FRefPtr<IBaseUnknown> target = findTarget(name);
+    if (!target) {
+        return false;
+    }
+    {
+        const FLockGuard guard(targetLock_);
+        const CmString key{FStringRef(name)};
+        targets_.removeKey(&key);
+    }
+    // Without the lock: a round of delivery that has to end first may be asking for a target.
+    removeMessages(target.get(), nullptr);
+    return true;
+}
+
+// With a reference, since the target is called when the lock is free again.
+FRefPtr<IBaseUnknown> FMessenger::findTarget(const char* name) {
+    const FLockGuard guard(targetLock_);
+    const CmString key{FStringRef(name)};
+    const auto* holder = static_cast<const CmDelegatingUnknown*>(targets_.get(&key));
+    return holder != nullptr ? FRefPtr<IBaseUnknown>(holder->getObject()) : nullptr;
+}
+
+std::int32_t FMessenger::sendTo(const char* name, FMessage* message, HookUse hook) {
+    const FRefPtr<IBaseUnknown> target = findTarget(name);
+    if (!target) {
+        return 0;
+    }
+    callHook(name, target.get(), message, hook);
+    return handOver(target.get(), message);
+}
+
+bool FMessenger::postTo(const char* name, FMessage* message, HookUse hook) {
+    const FRefPtr<IBaseUnknown> target = findTarget(name);
+    if (!target) {
+        return false;
+    }
+    callHook(name, target.get(), message, hook);
+    message->addRef();
+    postMessage(target.get(), message);
+    return true;
+}
+
+void FMessenger::callHook(const char* name, IBaseUnknown* target, FMessage* message, HookUse use) {
+    IMessageHook* hook = use == HookUse::call ? hook_.load() : nullptr;
+    if (hook != nullptr) {
+        hook->beforeDelivery(name, target, message);
+    }
+}
+
+std::int32_t FMessenger::createGroup() {
+    const FLockGuard guard(targetLock_);
+    if (!groups_) {
+        groups_ = std::make_unique<std::vector<std::optional<Targets>>>();
+    }
+    groups_->emplace_back(Targets());
+    return static_cast<std::int32_t>(groups_->size());
+}
+
+// Call with targetLock_ held.
+std::optional<FMessenger::Targets>* FMessenger::findGroup(std::int32_t id) {
+    if (!groups_ || id < 1 || static_cast<std::size_t>(id) > groups_->size()) {
+        return nullptr;
+    }
+    auto& group = (*groups_)[static_cast<std::size_t>(id) - 1];
+    return group ? &group : nullptr;
+}
+
+bool FMessenger::removeGroup(std::int32_t id) {
+    const FLockGuard guard(targetLock_);
+    auto* group = findGroup(id);
+    if (group == nullptr) {
+        return false;
+    }
+    group->reset();
+    return true;
+}
+
+bool FMessenger::addToGroup(std::int32_t id, IBaseUnknown* target) {
+    const FLockGuard guard(targetLock_);
+    auto* group = findGroup(id);
+    if (group == nullptr || target == nullptr) {
+        return false;
+    }
+    (*group)->push_back(target);
+    return true;
+}
+
+bool FMessenger::removeFromGroup(std::int32_t id, IBaseUnknown* target) {
+    const FLockGuard guard(targetLock_);
+    auto* group = findGroup(id);
+    return group != nullptr && std::erase(**group, target) > 0;
+}
+
+// With a reference of each; nothing for an unknown group.
+std::optional<std::vector<FRefPtr<IBaseUnknown>>> FMessenger::membersOf(std::int32_t id) {
+    const FLockGuard guard(targetLock_);
+    const auto* group = findGroup(id);
+    if (group == nullptr) {
+        return std::nullopt;
+    }
+    std::vector<FRefPtr<IBaseUnknown>> members;
+    for (IBaseUnknown* target : **group) {
+        members.emplace_back(target);
+    }
+    return members;
+}
+
+bool FMessenger::sendToGroup(std::int32_t id, FMessage* message) {
+    const auto members = membersOf(id);
+    if (!members) {
+        return false;
+    }
+    for (const auto& target : *members) {
+        handOver(target.get(), message);
+    }
+    return true;
+}
+
+bool FMessenger::postToGroup(std::int32_t id, FMessage* message) {
+    const auto members = membersOf(id);
+    if (!members) {
+        return false;
+    }
+    for (const auto& target : *members) {
+        message->addRef();
+        postMessage(target.get(), message);
+    }
+    return true;
+}
+
+} // namespace tessera
