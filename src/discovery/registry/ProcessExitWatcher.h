@@ -1,7 +1,7 @@
 // ProcessExitWatcher: tells when one process has ended.
 //
 // A single process at a time: a further one takes the place of the first. The function is called from the list of small
-// tasks, so on the thread of the idle task, and not once the watcher is gone. Main thread.
+// tasks, so on the thread of the idle task; the owner sees to it that it may still be called then. Main thread.
 #pragma once
 
 #include "platform/ProcessEndWatch.h"

@@ -31,7 +31,7 @@ struct EntryStatus {
 };
 
 struct VolumeDetails {
-    enum class Kind { unknown, fixed, removable, network, memory };
+    enum class Kind { unknown, fixed, removable, network, memory, optical };
 
     Uri root;
     std::string name;
