@@ -1,5 +1,7 @@
 // The class records of this layer, in one place so that their order is fixed, and what the layers below ask of it.
+#include "discovery/events/WinIPCSemaphore.h"
 #include "discovery/identity/ApplicationInfo.h"
+#include "foundation/object/FMetaClass.h"
 
 namespace tessera {
 
@@ -16,5 +18,8 @@ IApplicationFolders* programFolders() {
 }();
 
 } // namespace
+
+FMetaClass WinIPCSemaphore::metaClass("WinIPCSemaphore", nullptr, createInterface<WinIPCSemaphore, IIPCSemaphore>,
+                                      IIPCSemaphore::iid);
 
 } // namespace tessera

@@ -65,16 +65,6 @@ TEST(ThreadsLinux, PriorityIsANiceValueOfTheOneThread) {
     EXPECT_EQ(getpriority(PRIO_PROCESS, gettid()), own);
 }
 
-TEST(ThreadsLinux, RaisingWithoutTheRightIsRefused) {
-    if (mayRaise()) {
-        GTEST_SKIP() << "this user may raise priorities";
-    }
-    SleepingThread thread;
-    EXPECT_FALSE(thread.handle.setPriority(15));
-    EXPECT_FALSE(setProcessClass(kHighClass));
-    EXPECT_EQ(processClass(), kNormalClass);
-}
-
 TEST(ThreadsLinux, ClassOfTheProcessMovesItsThreadsAlong) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     EXPECT_EQ(inAnotherProcess([] {
