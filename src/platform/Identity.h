@@ -30,4 +30,7 @@ OperatingSystem operatingSystem();
 // The file that this code was loaded from: the module in a host, else the program. 16-bit text with backslashes.
 std::u16string modulePath();
 
+// What the system knows that file by in this process: the address it is loaded at. Never null.
+void* moduleHandle();
+
 } // namespace tessera::platform

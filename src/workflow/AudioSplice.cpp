@@ -37,7 +37,7 @@ void join(IAudioStream& target, IAudioStream& whole, IAudioStream& edited, std::
 
 FRefPtr<IAudioClip> openClip(IHostServices* services, IHostFile* file) {
     const auto access = queryService<IAudioClipAccess>(services);
-    if (!access || !access->bind(file) || access->failed()) {
+    if (file == nullptr || !access || !access->bind(file) || access->failed()) {
         return {};
     }
     return queryFor<IAudioClip>(access.get());

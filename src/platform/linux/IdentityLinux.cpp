@@ -88,4 +88,10 @@ std::u16string modulePath() {
     return whole ? fromNativePath(whole.get()).value_or(std::u16string()) : std::u16string();
 }
 
+void* moduleHandle() {
+    Dl_info info = {};
+    dladdr(reinterpret_cast<const void*>(&moduleHandle), &info);
+    return info.dli_fbase;
+}
+
 } // namespace tessera::platform

@@ -194,9 +194,4 @@ void NamedEvent::close() {
     }
 }
 
-void NamedEvent::abandon() {
-    word_ = nullptr;
-    file_ = -1;
-}
-
 } // namespace tessera::platform

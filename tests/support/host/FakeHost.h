@@ -1,0 +1,83 @@
+// FakeHost: a host with one project of one track, whose services are small doubles. What happened stands in the
+// script; the files are in memory. It is the module's host from construction to destruction.
+#pragma once
+
+#include "support/host/FakeSelection.h"
+#include "support/host/FakeServices.h"
+#include "support/host/FakeUndo.h"
+#include "support/host/MemoryStore.h"
+#include "workflow/HostServices.h"
+
+namespace tessera::test {
+
+struct FakeHost {
+    FakeHost() {
+        track->setParent(owner.get());
+        owner->setParent(project->object());
+        offerAll();
+        projects->active = project.get();
+        previous_ = hostServices();
+        setHostServices(services.get());
+    }
+    ~FakeHost() { setHostServices(previous_); }
+    FakeHost(const FakeHost&) = delete;
+    FakeHost& operator=(const FakeHost&) = delete;
+
+    // An event on the track that plays the file.
+    FRefPtr<FakeEvent> addEvent(const std::u16string& path, FakeEvent::Stretch stretch) {
+        auto clip = makeFake<FakeClip>(store, script, path);
+        auto part = makeFake<FakePart>(script, FRefPtr<IAudioClip>(clip.get()));
+        auto event = makeFake<FakeEvent>(script, part, stretch);
+        track->add(event.get());
+        return event;
+    }
+
+    HostScript script;
+    MemoryStore store{script};
+    FRefPtr<FakeServices> services = makeFake<FakeServices>(script);
+    FRefPtr<FakeProjectList> projects = makeFake<FakeProjectList>();
+    FRefPtr<FakeObjectRegistry> registry = makeFake<FakeObjectRegistry>();
+    FRefPtr<FakeObjectTest> objectTest = makeFake<FakeObjectTest>();
+    FRefPtr<FakeTransport> transport = makeFake<FakeTransport>();
+    FRefPtr<FakeExportHost> exports = makeFake<FakeExportHost>();
+    FRefPtr<FakeAlertHost> alerts = makeFake<FakeAlertHost>();
+    FRefPtr<FakeCommandTable> commandTable = makeFake<FakeCommandTable>();
+    FRefPtr<FakeCommandTarget> commandTarget = makeFake<FakeCommandTarget>(script);
+    FRefPtr<FakeDriverArbiter> drivers = makeFake<FakeDriverArbiter>();
+    FRefPtr<FakeIdleHost> idleHost = makeFake<FakeIdleHost>();
+    FRefPtr<FakeSelection> selection = makeFake<FakeSelection>(script);
+    FRefPtr<FakeUndo> undo = makeFake<FakeUndo>(script);
+    FRefPtr<FakeProject> project = makeFake<FakeProject>(store, script, u"/projects/song");
+    FRefPtr<FakeEventOwner> owner = makeFake<FakeEventOwner>();
+    FRefPtr<FakeTrack> track = makeFake<FakeTrack>();
+
+private:
+    void offerAll() {
+        services->offer<ISelection>("ISelection", selection);
+        services->offer<IProjectList>("IProjectList", projects);
+        services->offer<IObjectRegistry>("IObjectRegistry", registry);
+        services->offer<IObjectTest>("IObjectTest", objectTest);
+        services->offer<ITransport>("ITransport", transport);
+        services->offer<IExportHost>("IExportHost", exports);
+        services->offer<IAlertHost>("IAlertHost", alerts);
+        services->offer<ICommandTable>("ICommandTable", commandTable);
+        services->offer<ICommandTarget>("ICommandTarget", commandTarget);
+        services->offer<IDriverArbiter>("IDriverArbiter", drivers);
+        services->offer<IIdleHost>("IIdleHost", idleHost);
+        services->offer<IUndoStack>("IUndoStack", undo);
+        services->offer<IUrlFactory>("IUrlFactory",
+                                     [this] { return FRefPtr<IUrlFactory>(makeFake<FakeFile>(store, script).get()); });
+        services->offer<IAudioClipAccess>("IAudioClipAccess", [this] {
+            return FRefPtr<IAudioClipAccess>(makeFake<FakeClipAccess>(store, script).get());
+        });
+        services->offer<IAudioClipFactory>(
+            "IAudioClipFactory", [this] { return FRefPtr<IAudioClipFactory>(makeFake<FakePart>(script).get()); });
+        services->offer<IAudioWriterFactory>("IAudioWriterFactory", [this] {
+            return FRefPtr<IAudioWriterFactory>(makeFake<FakeWriterFactory>(store, script).get());
+        });
+    }
+
+    IHostServices* previous_;
+};
+
+} // namespace tessera::test
