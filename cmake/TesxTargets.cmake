@@ -100,3 +100,14 @@ function(tesx_add_benchmark name)
     target_compile_definitions(${name} PRIVATE ${ARG_DEFINITIONS})
     set_property(GLOBAL APPEND PROPERTY TESX_BENCHMARKS ${name})
 endfunction()
+
+# tesx_add_failing_calls(test): the test can let single calls of the system fail, see tests/support/FailingCalls.h.
+function(tesx_add_failing_calls name)
+    target_sources(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests/support/FailingCalls.cpp)
+    foreach(call IN ITEMS
+            close fchmod fchmodat fdatasync fdopendir fstat fstatat fsync futimens linkat lstat mkdirat open
+            openat read readlinkat rename renameat renameat2 stat statx symlink symlinkat unlink unlinkat
+            write)
+        target_link_options(${name} PRIVATE LINKER:--wrap=${call})
+    endforeach()
+endfunction()

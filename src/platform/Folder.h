@@ -42,6 +42,9 @@ public:
     // The next entry, or null at the end. The name is valid until the next call. Entries that vanish meanwhile and
     // names that have no path form are left out, and so are "." and "..".
     const FolderEntry* next();
+    // Why the walk left something out that is there: the system's number, also for a name without a path form; 0 when
+    // it gave everything.
+    std::int32_t error() const;
     void rewind();
 
     // A sub-folder that is no link.

@@ -95,7 +95,9 @@ bool copyFolderContent(platform::Folder& from, const platform::Folder& to, IFile
             return false;
         }
     }
-    return true;
+    // A copy that lacks something isn't one.
+    error = from.error();
+    return error == 0;
 }
 
 } // namespace tessera

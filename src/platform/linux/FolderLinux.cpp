@@ -27,6 +27,7 @@ struct Folder::State {
     int descriptor;
     FolderEntry entry;
     std::u16string name;
+    std::int32_t error = 0;
 };
 
 namespace {
@@ -106,6 +107,13 @@ bool readStatus(int folder, const dirent& item, bool showLinks, struct stat& sta
     return follow && fstatat(folder, item.d_name, &status, AT_SYMLINK_NOFOLLOW) == 0;
 }
 
+// The first reason is kept. What has vanished since the folder was read isn't there.
+void leaveOut(std::int32_t& kept, std::int32_t reason) {
+    if (kept == 0 && reason != ENOENT) {
+        kept = reason;
+    }
+}
+
 } // namespace
 
 bool hasLinkExtension(std::u16string_view name) {
@@ -152,13 +160,24 @@ const FolderEntry* Folder::next() {
     if (!isOpen()) {
         return nullptr;
     }
-    while (const dirent* item = readdir(state_->stream)) {
-        if (isSpecialName(item->d_name) || !assignName(state_->name, item->d_name)) {
+    for (;;) {
+        errno = 0;
+        const dirent* item = readdir(state_->stream);
+        if (item == nullptr) {
+            leaveOut(state_->error, errno);
+            return nullptr;
+        }
+        if (isSpecialName(item->d_name)) {
+            continue;
+        }
+        if (!assignName(state_->name, item->d_name)) {
+            leaveOut(state_->error, EILSEQ);
             continue;
         }
         struct stat status;
         FolderEntry& entry = state_->entry;
         if (!readStatus(state_->descriptor, *item, hasLinkExtension(state_->name), status, entry.isLink)) {
+            leaveOut(state_->error, errno);
             continue;
         }
         entry.name = state_->name;
@@ -168,12 +187,16 @@ const FolderEntry* Folder::next() {
         entry.isHidden = item->d_name[0] == '.';
         return &entry;
     }
-    return nullptr;
+}
+
+std::int32_t Folder::error() const {
+    return isOpen() ? state_->error : 0;
 }
 
 void Folder::rewind() {
     if (isOpen()) {
         rewinddir(state_->stream);
+        state_->error = 0;
     }
 }
 
@@ -196,7 +219,11 @@ Folder Folder::makeFolder(std::u16string_view name, std::int32_t& error) const {
     if (!done(::mkdirat(state_->descriptor, native->c_str(), kFolderMode), error)) {
         return Folder();
     }
-    return openFolder(name, error);
+    Folder folder = openFolder(name, error);
+    if (!folder.isOpen()) {
+        ::unlinkat(state_->descriptor, native->c_str(), AT_REMOVEDIR);
+    }
+    return folder;
 }
 
 File Folder::openFile(std::u16string_view name, std::int32_t& error) const {
@@ -284,11 +311,13 @@ bool Folder::replaceFile(std::u16string_view file, std::u16string_view name, std
         return noSuchName(error);
     }
     struct stat status;
-    if (::fstatat(state_->descriptor, native->c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0 && S_ISREG(status.st_mode)) {
-        const mode_t rights = status.st_mode & 07777;
-        if (!done(::fchmodat(state_->descriptor, nativeFile->c_str(), rights, 0), error)) {
-            return false;
-        }
+    const bool there = done(::fstatat(state_->descriptor, native->c_str(), &status, AT_SYMLINK_NOFOLLOW), error);
+    if (!there && error != ENOENT) {
+        return false;
+    }
+    if (there && S_ISREG(status.st_mode) &&
+        !done(::fchmodat(state_->descriptor, nativeFile->c_str(), status.st_mode & 07777, 0), error)) {
+        return false;
     }
     return done(::renameat(state_->descriptor, nativeFile->c_str(), state_->descriptor, native->c_str()), error);
 }

@@ -10,7 +10,7 @@
 
 namespace tessera {
 
-class FakeFolder : public ICandidateChecker {
+class FakeFolder final : public ICandidateChecker {
 public:
     std::function<bool(const std::string&)> taken = [](const std::string&) { return false; };
     std::size_t longest = 200;
