@@ -42,6 +42,8 @@ public:
     // Failed when it isn't open. There is no other way out of a wait without limit than a signal.
     WaitResult wait(std::uint32_t timeoutMs);
     void close();
+    // Lets go of it without closing: the event lives on to the end of this process.
+    void abandon();
 
 private:
     // Linux: the mapped word and the file. Windows: the event's handle and its kind.

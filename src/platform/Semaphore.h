@@ -1,4 +1,5 @@
 // Semaphore: a count within this process that waits take from and releases add to. At most 0x7fffffff. Any thread.
+// Whoever has taken the last count that is to come may delete it, even while the releasing thread is on its way out.
 #pragma once
 
 #include "platform/TimeLimit.h"
@@ -25,7 +26,7 @@ public:
 
 private:
     // Linux: the count and the number of sleepers. Windows: the handle.
-    alignas(8) std::int32_t words_[2];
+    std::uint64_t state_;
 };
 
 } // namespace tessera::platform

@@ -194,4 +194,9 @@ void NamedEvent::close() {
     }
 }
 
+void NamedEvent::abandon() {
+    word_ = nullptr;
+    file_ = -1;
+}
+
 } // namespace tessera::platform

@@ -36,7 +36,36 @@ bool isPlainFile(int descriptor) {
 // Grown as bytes come: the limit is a bound, not an expectation.
 constexpr std::size_t kBlock = 4096;
 
+bool writeOver(int descriptor, std::string_view bytes) {
+    std::size_t done = 0;
+    while (done < bytes.size()) {
+        const ssize_t put = write(descriptor, bytes.data() + done, bytes.size() - done);
+        if (put < 0 && errno == EINTR) {
+            continue;
+        }
+        if (put <= 0) {
+            return false;
+        }
+        done += static_cast<std::size_t>(put);
+    }
+    return ftruncate(descriptor, static_cast<off_t>(bytes.size())) == 0;
+}
+
+// Written without a name first, so that nobody meets it half done.
+bool publishNew(const std::string& path, std::string_view bytes) {
+    const std::size_t slash = path.rfind('/');
+    const std::string folder = slash == std::string::npos ? "." : slash == 0 ? "/" : path.substr(0, slash);
+    const Descriptor nameless(folder, O_WRONLY | O_TMPFILE);
+    if (!nameless.isOpen() || !writeOver(nameless.number(), bytes)) {
+        return false;
+    }
+    const std::string link = "/proc/self/fd/" + std::to_string(nameless.number());
+    return linkat(AT_FDCWD, link.c_str(), AT_FDCWD, path.c_str(), AT_SYMLINK_FOLLOW) == 0;
+}
+
 } // namespace
+
+const std::string_view kLineEnding = "\n";
 
 std::optional<std::string> readSmallFile(const std::string& path, std::size_t limit) {
     // Without O_NONBLOCK a pipe that lies in the folder would hold the caller for good.
@@ -64,22 +93,19 @@ std::optional<std::string> readSmallFile(const std::string& path, std::size_t li
 }
 
 bool writeSmallFile(const std::string& path, std::string_view bytes) {
-    const Descriptor file(path, O_WRONLY | O_CREAT | O_NONBLOCK);
-    if (!file.isOpen() || !isPlainFile(file.number())) {
+    const Descriptor present(path, O_WRONLY | O_NONBLOCK);
+    if (present.isOpen()) {
+        return isPlainFile(present.number()) && writeOver(present.number(), bytes);
+    }
+    if (errno != ENOENT) {
         return false;
     }
-    std::size_t done = 0;
-    while (done < bytes.size()) {
-        const ssize_t put = write(file.number(), bytes.data() + done, bytes.size() - done);
-        if (put < 0 && errno == EINTR) {
-            continue;
-        }
-        if (put <= 0) {
-            return false;
-        }
-        done += static_cast<std::size_t>(put);
+    if (publishNew(path, bytes)) {
+        return true;
     }
-    return ftruncate(file.number(), static_cast<off_t>(bytes.size())) == 0;
+    // Somebody else was quicker, or the file system knows no nameless files.
+    const Descriptor made(path, O_WRONLY | O_CREAT | O_NONBLOCK);
+    return made.isOpen() && isPlainFile(made.number()) && writeOver(made.number(), bytes);
 }
 
 } // namespace tessera::platform
