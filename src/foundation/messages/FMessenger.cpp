@@ -97,7 +97,7 @@ void FMessenger::postMessage(IBaseUnknown* target, FMessage* message, Coalesce c
 }
 
 void FMessenger::deliverMessages() {
-    if (suspended_) {
+    if (suspended_ || !hasMessages(nullptr, nullptr)) {
         return;
     }
     const FLockGuard delivery(deliveryLock_);
@@ -130,6 +130,9 @@ void FMessenger::removeMessages(IBaseUnknown* target, const char* name) {
 bool FMessenger::hasMessages(IBaseUnknown* target, const char* name) {
     const IBaseUnknown* identity = target != nullptr ? identityOf(target) : nullptr;
     const FLockGuard guard(queueLock_);
+    if (target == nullptr && name == nullptr) {
+        return !pending_.isEmpty();
+    }
     return holds(pending_, identity, name);
 }
 
