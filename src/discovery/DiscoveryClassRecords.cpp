@@ -1,6 +1,7 @@
 // The class records of this layer, in one place so that their order is fixed, and what the layers below ask of it.
 #include "discovery/events/WinIPCSemaphore.h"
 #include "discovery/identity/ApplicationInfo.h"
+#include "discovery/processes/MonitorThread.h"
 #include "foundation/object/FMetaClass.h"
 
 namespace tessera {
@@ -21,5 +22,6 @@ IApplicationFolders* programFolders() {
 
 FMetaClass WinIPCSemaphore::metaClass("WinIPCSemaphore", nullptr, createInterface<WinIPCSemaphore, IIPCSemaphore>,
                                       IIPCSemaphore::iid);
+FMetaClass MonitorThread::metaClass("MonitorThread", nullptr, nullptr);
 
 } // namespace tessera
