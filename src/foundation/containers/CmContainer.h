@@ -14,6 +14,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <vector>
 
 namespace tessera {
 
@@ -27,7 +28,8 @@ public:
     // Not retroactive: elements that are in already were retained, or not, when they came.
     void setOwnership(CmOwnership ownership) { ownership_ = ownership; }
 
-    // Adds what the stream holds to what is there; false, with the old ownership, when an element can't be read.
+    // Adds what the stream holds to what is there, and takes over its ownership. When an element can't be read the
+    // container stays as it was.
     bool read(FStream& stream) override;
     bool write(FStream& stream) const override;
 
@@ -85,6 +87,8 @@ protected:
     // The stream form behind what an array puts first.
     bool readElements(FStream& stream);
     bool writeElements(FStream& stream) const;
+    // Removes and discards these; nothing may be owned meanwhile.
+    void takeBack(std::vector<CmObject*> added);
 
     std::int32_t size_ = 0;
     CmOwnership ownership_ = CmOwnership::none;

@@ -1,6 +1,8 @@
 #include "foundation/containers/CmArrayForm.h"
 #include "persistence/streams/FStream.h"
 
+#include <utility>
+
 namespace tessera {
 
 bool CmArrayForm::read(FStream& stream) {
@@ -9,9 +11,9 @@ bool CmArrayForm::read(FStream& stream) {
         return false;
     }
     // While it fills, the array grows as it needs to: the stored growth may be 0, or far beyond what there is.
-    growth_ = kDoubling;
+    const std::int32_t before = std::exchange(growth_, kDoubling);
     const bool complete = readElements(stream);
-    growth_ = growth;
+    growth_ = complete ? growth : before;
     return complete;
 }
 

@@ -2,6 +2,9 @@
 #include "persistence/objects/ObjectStreaming.h"
 #include "persistence/streams/FStream.h"
 
+#include <algorithm>
+#include <utility>
+
 // The 16-bit ownership, the 32-bit count, then each element as an object with its class.
 namespace tessera {
 
@@ -22,20 +25,39 @@ bool CmContainer::readElements(FStream& stream) {
     // What is read comes with the one reference that it needs: nothing may be retained on the way in.
     const CmOwnership before = ownership_;
     ownership_ = CmOwnership::none;
+    std::vector<CmObject*> added;
     for (; count > 0; --count) {
         CmObject* element = nullptr;
         if (!readObject(stream, "CmObject", element) || element == nullptr) {
-            ownership_ = before;
-            return false;
+            break;
         }
         if (!add(element)) {
             discard(element);
-            ownership_ = before;
-            return false;
+            break;
+        }
+        added.push_back(element);
+    }
+    if (count > 0) {
+        // Nobody would own what came before the failure.
+        takeBack(std::move(added));
+    }
+    ownership_ = count > 0 ? before : static_cast<CmOwnership>(ownership);
+    return count == 0;
+}
+
+void CmContainer::takeBack(std::vector<CmObject*> added) {
+    std::sort(added.begin(), added.end());
+    const auto iterator = newIterator();
+    while (!iterator->isDone()) {
+        if (std::binary_search(added.begin(), added.end(), iterator->current())) {
+            removeAtIterator(*iterator);
+        } else {
+            iterator->next();
         }
     }
-    ownership_ = static_cast<CmOwnership>(ownership);
-    return true;
+    for (CmObject* element : added) {
+        discard(element);
+    }
 }
 
 bool CmContainer::writeElements(FStream& stream) const {

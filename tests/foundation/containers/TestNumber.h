@@ -5,6 +5,7 @@
 #include "foundation/containers/CmContainer.h"
 #include "foundation/object/CmClass.h"
 #include "foundation/object/FRefPtr.h"
+#include "persistence/streams/FStream.h"
 
 #include <gtest/gtest.h>
 
@@ -35,9 +36,11 @@ public:
     std::uint32_t hash(std::uint32_t tableSize) const override {
         return tableSize == 0 ? 0 : static_cast<std::uint32_t>(value) % tableSize;
     }
+    bool read(FStream& stream) override { return stream.readInt32(value); }
+    bool write(FStream& stream) const override { return stream.writeInt32(value); }
     TestNumber* clone() const override { return new TestNumber(*this); }
 
-    int value;
+    std::int32_t value;
     char mark;
 };
 
