@@ -1,0 +1,44 @@
+// ScopedLocale: a locale of the C library that this machine need not have installed, for the length of a test.
+//
+// The system's own compiler of locales builds it in the run's temporary folder. isUsable() is false where that compiler
+// or its sources are missing; a test skips then. The process's numbers follow the locale until the object goes.
+#pragma once
+
+#include <clocale>
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+
+namespace tessera::test {
+
+class ScopedLocale {
+public:
+    // For example "de_DE" and "UTF-8".
+    ScopedLocale(const std::string& region, const std::string& codeset)
+        : folder_(std::filesystem::temp_directory_path() / "locales"), name_(region + "." + codeset) {
+        std::filesystem::create_directories(folder_);
+        const std::string build =
+            "localedef -i " + region + " -f " + codeset + " '" + (folder_ / name_).string() + "' >/dev/null 2>&1";
+        // The compiler warns by its result where it still writes the locale, so what counts is the folder.
+        static_cast<void>(!std::system(build.c_str()));
+        usable_ = std::filesystem::exists(folder_ / name_);
+        setenv("LOCPATH", folder_.c_str(), 1);
+    }
+    ScopedLocale(const ScopedLocale&) = delete;
+    ScopedLocale& operator=(const ScopedLocale&) = delete;
+    ~ScopedLocale() {
+        std::setlocale(LC_ALL, "C");
+        unsetenv("LOCPATH");
+    }
+
+    bool isUsable() const { return usable_; }
+    bool useForNumbers() const { return usable_ && std::setlocale(LC_NUMERIC, name_.c_str()) != nullptr; }
+    const std::string& name() const { return name_; }
+
+private:
+    std::filesystem::path folder_;
+    std::string name_;
+    bool usable_ = false;
+};
+
+} // namespace tessera::test
