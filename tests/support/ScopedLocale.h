@@ -19,9 +19,13 @@ public:
         std::filesystem::create_directories(folder_);
         const std::string build =
             "localedef -i " + region + " -f " + codeset + " '" + (folder_ / name_).string() + "' >/dev/null 2>&1";
-        // The compiler warns by its result where it still writes the locale, so what counts is the folder.
-        static_cast<void>(!std::system(build.c_str()));
+        // The compiler warns by its result where it still writes the locale, so what counts is the folder. Building
+        // takes seconds, and the run's folder goes with the run: once is enough.
         usable_ = std::filesystem::exists(folder_ / name_);
+        if (!usable_) {
+            static_cast<void>(!std::system(build.c_str()));
+            usable_ = std::filesystem::exists(folder_ / name_);
+        }
         setenv("LOCPATH", folder_.c_str(), 1);
     }
     ScopedLocale(const ScopedLocale&) = delete;
@@ -34,6 +38,7 @@ public:
     bool isUsable() const { return usable_; }
     bool useForNumbers() const { return usable_ && std::setlocale(LC_NUMERIC, name_.c_str()) != nullptr; }
     const std::string& name() const { return name_; }
+    const std::filesystem::path& folder() const { return folder_; }
 
 private:
     std::filesystem::path folder_;
