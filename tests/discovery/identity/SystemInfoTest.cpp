@@ -1,5 +1,6 @@
 #include "discovery/identity/SystemInfo.h"
 
+#include "discovery/identity/SystemInfoTexts.h"
 #include "support/ScopedEnvironment.h"
 
 #include <gtest/gtest.h>
@@ -66,6 +67,25 @@ TEST(SystemInfo, ThisProcessHasOneRecord) {
     EXPECT_FALSE(info.computerName.empty());
     EXPECT_FALSE(info.osName.empty());
     EXPECT_GT(info.osMajor, 0u);
+}
+
+TEST(SystemInfoTexts, KeepTheFourTextsAndTheThreeNumbers) {
+    const SystemInfoTexts texts(describeSystem("J\xC3\xBCrgen", "studio", windows(6, 1)));
+    EXPECT_EQ(texts.userName, FStringRef(u"J\u00FCrgen"));
+    EXPECT_EQ(texts.computerName, FStringRef(u"studio"));
+    EXPECT_EQ(texts.platform, FStringRef(u"Win64"));
+    EXPECT_EQ(texts.osName, FStringRef(u"Windows 7"));
+    EXPECT_EQ(texts.osMajor, 6u);
+    EXPECT_EQ(texts.osMinor, 1u);
+    EXPECT_EQ(texts.osBuild, 7u);
+}
+
+TEST(SystemInfoTexts, ThisProcessHasOneRecord) {
+    EXPECT_EQ(&systemInfoTexts(), &systemInfoTexts());
+    FString user;
+    user.assignUtf8(systemInfo().userName.c_str());
+    EXPECT_EQ(systemInfoTexts().userName.compare(user), 0);
+    EXPECT_EQ(systemInfoTexts().osMajor, systemInfo().osMajor);
 }
 
 } // namespace
