@@ -1,7 +1,6 @@
 #include "peer/EditJob.h"
 
 #include "peer/Paths.h"
-#include "peer/SoundFacts.h"
 #include "platform/ProgramRun.h"
 
 #include <filesystem>
@@ -58,7 +57,16 @@ bool EditJob::prepareCopies() {
     if (!error && command_.editsInPlace()) {
         fs::copy_file(original, edited, fs::copy_options::overwrite_existing, error);
     }
-    return !error || fail("cannot copy " + exchangeFile_ + " for the editor: " + error.message());
+    if (error) {
+        return fail("cannot copy " + exchangeFile_ + " for the editor: " + error.message());
+    }
+    std::string reason;
+    const auto facts = readSoundFacts(original_, &reason);
+    if (!facts) {
+        return fail(exchangeFile_ + " is no sound file that can be edited: " + reason);
+    }
+    wanted_ = *facts;
+    return true;
 }
 
 bool EditJob::runEditor() {
@@ -93,29 +101,25 @@ bool EditJob::runEditor() {
 
 bool EditJob::checkResult() {
     std::string reason;
-    const auto wanted = readSoundFacts(original_, &reason);
-    if (!wanted) {
-        return fail(exchangeFile_ + " is no sound file that can be checked: " + reason);
-    }
     const auto facts = readSoundFacts(edited_, &reason);
     if (!facts) {
         keepWork_ = true;
         return fail("what the editor wrote is no sound file: " + reason + "; it stays at " + edited_);
     }
-    if (facts->rate != wanted->rate || facts->channels != wanted->channels) {
+    if (facts->rate != wanted_.rate || facts->channels != wanted_.channels) {
         keepWork_ = true;
-        return fail("what the editor wrote has " + facts->text() + ", expected " + wanted->text() +
+        return fail("what the editor wrote has " + facts->text() + ", expected " + wanted_.text() +
                     "; save it at the same rate and with the same channels; it stays at " + edited_);
     }
-    if (facts->sameFormat(*wanted)) {
+    if (facts->sameFormat(wanted_)) {
         return true;
     }
     const fs::path converted = nativePath(workFolder_) / "converted" / nativePath(edited_).filename();
     std::error_code ignored;
     fs::create_directories(converted.parent_path(), ignored);
-    if (!convertSound(edited_, utf8Text(converted), *wanted, &reason)) {
+    if (!convertSound(edited_, utf8Text(converted), wanted_, &reason)) {
         keepWork_ = true;
-        return fail("what the editor wrote could not be converted back to " + wanted->text() + ": " + reason +
+        return fail("what the editor wrote could not be converted back to " + wanted_.text() + ": " + reason +
                     "; it stays at " + edited_);
     }
     edited_ = utf8Text(converted);

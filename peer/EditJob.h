@@ -9,6 +9,7 @@
 
 #include "foundation/threads/FThread.h"
 #include "peer/EditorCommand.h"
+#include "peer/SoundFacts.h"
 
 #include <atomic>
 #include <string>
@@ -42,6 +43,7 @@ private:
     const std::string exchangeFile_;
     const std::string workFolder_;
     std::string original_;
+    SoundFacts wanted_; // of the original, as the editor is to keep them
     std::string edited_;
     std::string problem_;
     bool keepWork_ = false;
