@@ -1,13 +1,13 @@
 // tesx-peer: the stand-in peer.
 #include "peer/EditorCommand.h"
 #include "peer/ExportScriptText.h"
-#include "peer/Paths.h"
 #include "peer/PeerProgram.h"
+#include "platform/Identity.h"
+#include "platform/NativePath.h"
 
 #include <CLI/CLI.hpp>
 
 #include <cstdio>
-#include <filesystem>
 
 namespace {
 
@@ -32,18 +32,15 @@ struct Options {
     bool startedByModule = false;
     bool once = false;
     bool printScript = false;
-    std::string self;
 };
 
 int printScript(const Options& options) {
-    std::error_code error;
-    const std::filesystem::path self = std::filesystem::canonical(nativePath(options.self), error);
-    if (error) {
-        std::fprintf(stderr, "tesx-peer: cannot tell the path of this program from '%s'; start it by its path\n",
-                     options.self.c_str());
+    const auto self = tessera::platform::toNativePath(tessera::platform::modulePath());
+    if (!self) {
+        std::fputs("tesx-peer: the system does not tell where this program lies; write the script by hand\n", stderr);
         return 1;
     }
-    std::fputs(exportScriptText(utf8Text(self), options.editor).c_str(), stdout);
+    std::fputs(exportScriptText(*self, options.editor).c_str(), stdout);
     return 0;
 }
 
@@ -67,7 +64,6 @@ int runPeer(const Options& options) {
 
 int main(int argc, char** argv) {
     Options options;
-    options.self = argv[0];
     CLI::App app(kDescription, "tesx-peer");
     app.footer(kFooter);
     app.add_option("-e,--editor", options.editor,

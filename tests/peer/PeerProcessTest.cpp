@@ -1,0 +1,198 @@
+// The real program, with a host played by this test: registry, events and socket are the ones of the field.
+#include "discovery/identity/SystemInfo.h"
+#include "discovery/registry/ServiceDiscovery.h"
+#include "foundation/messages/FIdleTimer.h"
+#include "link/LinkSocket.h"
+#include "link/WireMessage.h"
+#include "platform/TemporaryFolder.h"
+#include "platform/ThreadTimer.h"
+#include "support/Eventually.h"
+#include "support/HelperProcess.h"
+#include "support/ScratchFolder.h"
+
+#include <gtest/gtest.h>
+#include <sndfile.h>
+
+namespace tessera::peer {
+namespace {
+
+using testing_support::eventually;
+using testing_support::HelperProcess;
+using testing_support::ScratchFolder;
+
+constexpr const char* kReverse = "sox -R -V1 {in} {out} reverse";
+
+// What the module does in a host: binds when the peer appears, greets it, closes when it goes.
+class PlayedHost {
+public:
+    PlayedHost() : link_(LinkSocket::userAddress(systemInfo().userName)) {
+        discovery_.start(kOwnServiceName);
+        discovery_.observe(
+            peerServiceId(),
+            [this](const ServiceRecord&) {
+                link_.open(LinkSide::Bind);
+                answer_ = link_.sendAndReceive(
+                    writeMessage({WireVerb::sendConnectionInfo, "Harrow Max", "9.0.20", "true"}), SendMode::Blocking);
+                ++greetings_;
+            },
+            [this](const ServiceRecord&) {
+                link_.close();
+                ++losses_;
+            });
+        discovery_.registerService(ownServiceId());
+        discovery_.scan();
+    }
+    ~PlayedHost() {
+        discovery_.unregisterService(ownServiceId());
+        discovery_.stopObserving(peerServiceId());
+    }
+
+    bool waitForGreeting() {
+        return eventually([this] { return turn() && greetings_ > 0; });
+    }
+    bool waitForLoss() {
+        return eventually([this] { return turn() && losses_ > 0; });
+    }
+    // The next message, empty when none comes.
+    std::string hear() {
+        std::string message;
+        eventually([&] {
+            turn();
+            message = link_.receive();
+            return !message.empty();
+        });
+        return message;
+    }
+    void tell(std::string_view verb, const std::string& path) {
+        link_.send(writeMessage({verb, path}), SendMode::NonBlocking);
+    }
+    std::string ask(std::initializer_list<std::string_view> fields) {
+        return link_.sendAndReceive(writeMessage(fields), SendMode::Blocking);
+    }
+
+    const std::string& answer() const { return answer_; }
+
+private:
+    static bool turn() {
+        platform::runDueTimers();
+        return true;
+    }
+
+    FIdleTimer idle_;
+    ServiceDiscovery discovery_;
+    LinkSocket link_;
+    std::string answer_;
+    int greetings_ = 0;
+    int losses_ = 0;
+};
+
+class PeerProcessTest : public testing::Test {
+protected:
+    std::string writeSound(const char* name, const std::vector<short>& samples) {
+        const std::string path = exchange_ / name;
+        SF_INFO info = {};
+        info.samplerate = 48000;
+        info.channels = 1;
+        info.format = SF_FORMAT_WAV | SF_FORMAT_PCM_16;
+        SNDFILE* file = sf_open(path.c_str(), SFM_WRITE, &info);
+        EXPECT_NE(nullptr, file);
+        sf_write_short(file, samples.data(), static_cast<sf_count_t>(samples.size()));
+        sf_close(file);
+        return path;
+    }
+    static std::vector<short> readSound(const std::string& path) {
+        SF_INFO info = {};
+        SNDFILE* file = sf_open(path.c_str(), SFM_READ, &info);
+        EXPECT_NE(nullptr, file);
+        std::vector<short> samples(static_cast<std::size_t>(info.frames));
+        sf_read_short(file, samples.data(), info.frames);
+        sf_close(file);
+        return samples;
+    }
+    // Reads the program's lines up to the one that holds the text.
+    static bool hearsLine(HelperProcess& peer, const char* text) {
+        for (;;) {
+            const std::string line = peer.hear();
+            if (line == "(end)" || line == "(nothing)") {
+                return false;
+            }
+            if (line.find(text) != std::string::npos) {
+                return true;
+            }
+        }
+    }
+
+    ScratchFolder exchange_;
+};
+
+TEST_F(PeerProcessTest, StartedByTheModuleItEditsAndReports) {
+    const std::string file = writeSound("a;b \xC3\xBC.wav", {1, 2, 3, 4});
+    PlayedHost host;
+    HelperProcess peer(TESX_PEER, {"--editor", kReverse, "--once", "--tesx", file});
+    ASSERT_TRUE(host.waitForGreeting());
+    EXPECT_EQ("ok", host.answer());
+    EXPECT_EQ(writeMessage({"finishedFileEdit", file}), host.hear());
+    EXPECT_EQ((std::vector<short>{4, 3, 2, 1}), readSound(file));
+    // The splice begins: the peer may go, and says so in the registry.
+    exchange_.write("further.wav", "");
+    EXPECT_TRUE(host.waitForLoss());
+    EXPECT_EQ(0, peer.finish());
+}
+
+TEST_F(PeerProcessTest, StartedByHandBeforeTheHostItWaitsForIt) {
+    HelperProcess peer(TESX_PEER, {"--editor", kReverse});
+    // Its own sign that it is up: the record.
+    const std::string record = platform::temporaryFolder() + "/Marlgrove/ServiceDiscovery/" + kPeerServiceName;
+    ASSERT_TRUE(eventually([&] { return std::filesystem::exists(record); }));
+    PlayedHost host;
+    ASSERT_TRUE(host.waitForGreeting());
+    const std::string file = writeSound("a;b.wav", {5, 6});
+    host.tell(WireVerb::openFile, file);
+    EXPECT_EQ(writeMessage({"finishedFileEdit", file}), host.hear());
+    EXPECT_EQ((std::vector<short>{6, 5}), readSound(file));
+    peer.kill();
+    EXPECT_TRUE(host.waitForLoss());
+}
+
+TEST_F(PeerProcessTest, AFailingEditorIsReportedAsCancelled) {
+    const std::string file = writeSound("a.wav", {5, 6});
+    PlayedHost host;
+    HelperProcess peer(TESX_PEER, {"--editor", "sh -c 'exit 1' sh {in} {out}", "--tesx", file});
+    ASSERT_TRUE(host.waitForGreeting());
+    EXPECT_EQ(writeMessage({"cancelFileEdit", file}), host.hear());
+    EXPECT_EQ((std::vector<short>{5, 6}), readSound(file));
+}
+
+TEST_F(PeerProcessTest, ItAnswersWhileTheEditorWorks) {
+    const std::string file = writeSound("a.wav", {5, 6});
+    PlayedHost host;
+    HelperProcess peer(TESX_PEER, {"--editor", "sh -c 'sleep 100' sh {in} {out}", "--tesx", file});
+    ASSERT_TRUE(host.waitForGreeting());
+    ASSERT_TRUE(hearsLine(peer, "editing"));
+    EXPECT_EQ("ok", host.ask({WireVerb::suspendKiteDriver, "text"}));
+    EXPECT_EQ("ok", host.ask({WireVerb::sendConnectionInfo, "Harrow Max", "9.0.20", "false"}));
+}
+
+TEST_F(PeerProcessTest, ASecondStartHandsItsFileToTheFirst) {
+    const std::string file = writeSound("a.wav", {5, 6});
+    PlayedHost host;
+    HelperProcess live(TESX_PEER, {"--editor", kReverse});
+    ASSERT_TRUE(host.waitForGreeting());
+    HelperProcess second(TESX_PEER, {"--editor", kReverse, "--tesx", file});
+    EXPECT_TRUE(hearsLine(second, "handed to the tesx-peer that runs already"));
+    EXPECT_EQ(0, second.finish());
+    EXPECT_EQ(writeMessage({"finishedFileEdit", file}), host.hear());
+}
+
+TEST_F(PeerProcessTest, TheScriptNamesTheProgramItself) {
+    HelperProcess peer(TESX_PEER, {"--print-script", "--editor", kReverse});
+    EXPECT_TRUE(hearsLine(peer, (std::string("<Path>") + TESX_PEER + "</Path>").c_str()));
+}
+
+TEST_F(PeerProcessTest, AnEditorCommandWithoutPlaceholdersIsRefused) {
+    HelperProcess peer(TESX_PEER, {"--editor", "sox"});
+    EXPECT_EQ(2, peer.finish());
+}
+
+} // namespace
+} // namespace tessera::peer
