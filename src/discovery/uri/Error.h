@@ -10,8 +10,8 @@ namespace tessera {
 struct Error {
     Error() = default;
     explicit Error(std::string text) : message(std::move(text)) {}
-    explicit Error(std::error_code error)
-        : code(error.value()), category(&error.category()), message(error.message()) {}
+    // The number stands for the platform's own, also where the standard library calls its category the generic one.
+    explicit Error(std::error_code error) : code(error.value()), message(error.message()) {}
 
     int code = 0;
     const std::error_category* category = &std::system_category();

@@ -1,0 +1,281 @@
+// Through the facade, as users call it.
+#include "discovery/uri/NativeFileSystem.h"
+
+#include "discovery/uri/FileSystemFacade.h"
+#include "discovery/uri/TemporaryPath.h"
+#include "persistence/streams/FStream.h"
+#include "persistence/streams/FileOpenMode.h"
+#include "support/ScopedEnvironment.h"
+#include "support/ScratchFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <filesystem>
+#include <set>
+#include <sys/stat.h>
+
+namespace tessera::test {
+namespace {
+
+namespace fs = std::filesystem;
+using testing_support::ScopedEnvironment;
+using testing_support::ScratchFolder;
+
+class NativeFileSystemTest : public testing::Test {
+protected:
+    Uri at(const std::string& name) const { return Uri::fromPath((scratch_ / name).string()); }
+
+    std::multiset<std::string> walked(std::uint32_t options) {
+        std::multiset<std::string> names;
+        const std::string base = scratch_.path().string() + "/";
+        const auto result = files_.walk(
+            Uri::fromPath(scratch_.path().string()),
+            [&](const Uri& entry) {
+                EXPECT_TRUE(entry.path.starts_with(base));
+                names.insert(entry.path.substr(base.size()));
+                return true;
+            },
+            options);
+        EXPECT_TRUE(result.ok());
+        return names;
+    }
+
+    ScratchFolder scratch_;
+    FileSystem& files_ = fileSystem();
+};
+
+TEST(NativePath, DropsWhatOnlyUrisHave) {
+    const auto native = [](const char* path) {
+        Uri uri;
+        uri.path = path;
+        return NativeFileSystem::nativePath(uri);
+    };
+    EXPECT_EQ(native("/c:/a"), "c:/a");
+    EXPECT_EQ(native("//?/c:/a"), "c:/a");
+    EXPECT_EQ(native("/a/b"), "/a/b");
+    EXPECT_EQ(native("/1:/a"), "/1:/a");
+    EXPECT_EQ(native(""), "");
+}
+
+TEST_F(NativeFileSystemTest, TemporaryDirectoryFollowsTheEnvironment) {
+    const ScopedEnvironment environment("TMPDIR", scratch_.path().string() + "//");
+    EXPECT_EQ(files_.temporaryDirectory().value().path, scratch_.path().string());
+}
+
+TEST_F(NativeFileSystemTest, StatusTellsTheKind) {
+    scratch_.write("file", "x");
+    fs::create_directory(scratch_ / "folder");
+    ASSERT_EQ(mkfifo((scratch_ / "pipe").c_str(), 0600), 0);
+    EXPECT_EQ(files_.status(at("file")).value().kind, EntryKind::file);
+    EXPECT_EQ(files_.status(at("folder")).value().kind, EntryKind::folder);
+    EXPECT_EQ(files_.status(at("pipe")).value().kind, EntryKind::other);
+    EXPECT_EQ(files_.status(at("absent")).value().kind, EntryKind::missing);
+    EXPECT_FALSE(files_.status(at("absent")).value().exists());
+    EXPECT_TRUE(files_.status(at("file")).value().exists());
+}
+
+TEST_F(NativeFileSystemTest, WalkMeetsEachEntryOnce) {
+    scratch_.write("a", "");
+    scratch_.write("\xc3\xa4 b", "");
+    scratch_.write("folder/inside", "");
+    scratch_.write("folder/deeper/leaf", "");
+    fs::create_directory_symlink(scratch_ / "folder", scratch_ / "link");
+    EXPECT_EQ(walked(kWalkFolderAlone), (std::multiset<std::string>{"a", "folder", "link", "\xc3\xa4 b"}));
+    EXPECT_EQ(walked(kWalkSubfolders), (std::multiset<std::string>{"a", "folder", "folder/deeper", "folder/deeper/leaf",
+                                                                   "folder/inside", "link", "\xc3\xa4 b"}));
+}
+
+TEST_F(NativeFileSystemTest, WalkEndsWhenTheVisitorHasHadEnough) {
+    scratch_.write("folder/a", "");
+    scratch_.write("folder/b", "");
+    int calls = 0;
+    EXPECT_TRUE(files_
+                    .walk(
+                        at(""), [&calls](const Uri&) { return ++calls < 2; }, kWalkSubfolders)
+                    .ok());
+    EXPECT_EQ(calls, 2);
+}
+
+TEST_F(NativeFileSystemTest, WalkOfAMissingFolderIsAnError) {
+    const auto result = files_.walk(
+        at("absent"), [](const Uri&) { return true; }, kWalkFolderAlone);
+    ASSERT_FALSE(result.ok());
+    EXPECT_EQ(result.error().code, ENOENT);
+    EXPECT_EQ(result.error().category, &std::system_category());
+    EXPECT_FALSE(result.error().message.empty());
+}
+
+TEST_F(NativeFileSystemTest, MakesOneFolderOrAllOnTheWay) {
+    EXPECT_FALSE(files_.createDirectory(at("a/b")).ok());
+    EXPECT_TRUE(files_.createDirectories(at("a/b/c")).value());
+    EXPECT_TRUE(fs::is_directory(scratch_ / "a/b/c"));
+    EXPECT_FALSE(files_.createDirectories(at("a/b/c")).value()) << "it was there";
+    EXPECT_TRUE(files_.createDirectory(at("d")).value());
+    EXPECT_FALSE(files_.createDirectory(at("d")).value());
+    scratch_.write("file", "");
+    EXPECT_FALSE(files_.createDirectories(at("file/below")).ok());
+}
+
+TEST_F(NativeFileSystemTest, RemovesFilesAndEmptyFolders) {
+    scratch_.write("folder/file", "x");
+    EXPECT_FALSE(files_.remove(at("folder")).ok());
+    EXPECT_TRUE(files_.remove(at("folder/file")).value());
+    EXPECT_TRUE(files_.remove(at("folder")).value());
+    EXPECT_FALSE(files_.remove(at("folder")).value()) << "nothing there";
+}
+
+TEST_F(NativeFileSystemTest, RemovesAFolderWithItsContent) {
+    scratch_.write("folder/a", "x");
+    scratch_.write("folder/b/c", "x");
+    EXPECT_EQ(files_.removeAll(at("folder")).value(), 4u);
+    EXPECT_FALSE(scratch_.has("folder"));
+}
+
+TEST_F(NativeFileSystemTest, TellsSizeAndTime) {
+    scratch_.write("file", "12345");
+    EXPECT_EQ(files_.fileSize(at("file")).value(), 5u);
+    EXPECT_FALSE(files_.fileSize(at("absent")).ok());
+    const FileSystem::Time time{std::chrono::seconds(1000000000)};
+    EXPECT_TRUE(files_.setLastWriteTime(at("file"), time).ok());
+    EXPECT_EQ(files_.lastWriteTime(at("file")).value(), time);
+    struct stat status = {};
+    ASSERT_EQ(stat((scratch_ / "file").c_str(), &status), 0);
+    EXPECT_EQ(status.st_mtime, 1000000000);
+    EXPECT_FALSE(files_.lastWriteTime(at("absent")).ok());
+    EXPECT_FALSE(files_.setLastWriteTime(at("absent"), time).ok());
+}
+
+TEST_F(NativeFileSystemTest, CopiesWithAndWithoutOverwriting) {
+    scratch_.write("from", "new");
+    scratch_.write("to", "old");
+    EXPECT_FALSE(files_.copy(at("from"), at("to")).ok());
+    EXPECT_EQ(scratch_.read("to"), "old");
+    EXPECT_TRUE(files_.copy(at("from"), at("to"), FileSystem::Overwrite::yes).ok());
+    EXPECT_EQ(scratch_.read("to"), "new");
+    scratch_.write("folder/sub/leaf", "leaf");
+    EXPECT_TRUE(files_.copy(at("folder"), at("copy")).ok());
+    EXPECT_EQ(scratch_.read("copy/sub/leaf"), "leaf");
+}
+
+TEST_F(NativeFileSystemTest, Renames) {
+    scratch_.write("from", "x");
+    EXPECT_TRUE(files_.rename(at("from"), at("to")).ok());
+    EXPECT_FALSE(scratch_.has("from"));
+    EXPECT_EQ(scratch_.read("to"), "x");
+    EXPECT_FALSE(files_.rename(at("from"), at("to")).ok());
+}
+
+TEST_F(NativeFileSystemTest, OpensAFileAsAStream) {
+    scratch_.write("file", "content");
+    {
+        const auto stream = files_.open(at("file"), FileOpenMode::read);
+        ASSERT_TRUE(stream.ok());
+        char text[8] = {};
+        EXPECT_EQ(stream.value()->read(text, 7), 7);
+        EXPECT_STREQ(text, "content");
+    }
+    {
+        const auto stream = files_.open(at("made"), FileOpenMode::read | FileOpenMode::write);
+        ASSERT_TRUE(stream.ok());
+        EXPECT_EQ(stream.value()->write("abc", 3), 3);
+    }
+    EXPECT_EQ(scratch_.read("made"), "abc");
+}
+
+TEST_F(NativeFileSystemTest, WhatCantBeOpenedIsAnError) {
+    for (const char* name : {"absent", ""}) {
+        const auto stream = files_.open(at(name), FileOpenMode::read);
+        ASSERT_FALSE(stream.ok());
+        EXPECT_EQ(stream.error().message, "unable to open file");
+    }
+}
+
+TEST_F(NativeFileSystemTest, CanonicalPathFollowsLinks) {
+    scratch_.write("folder/file", "");
+    fs::create_directory_symlink(scratch_ / "folder", scratch_ / "link");
+    EXPECT_EQ(files_.canonicalPath(at("link/file")).value().path, fs::canonical(scratch_ / "folder/file").string());
+    EXPECT_FALSE(files_.canonicalPath(at("absent")).ok());
+}
+
+TEST_F(NativeFileSystemTest, ALinkGetsItsExtension) {
+    scratch_.write("target", "x");
+    EXPECT_EQ(files_.createLink(at("target"), at("short")).value(), at("short.lnk"));
+    EXPECT_EQ(scratch_.read("short.lnk"), "x");
+    EXPECT_EQ(files_.createLink(at("target"), at("other.lnk")).value(), at("other.lnk"));
+    EXPECT_FALSE(files_.createLink(at("target"), at("other.lnk")).ok()) << "it is there already";
+}
+
+TEST_F(NativeFileSystemTest, TheCurrentDirectoryCanBeChanged) {
+    const Uri before = files_.currentDirectory().value();
+    EXPECT_TRUE(files_.setCurrentDirectory(at("")).ok());
+    EXPECT_EQ(files_.currentDirectory().value().path, fs::canonical(scratch_.path()).string());
+    EXPECT_FALSE(files_.setCurrentDirectory(at("absent")).ok());
+    EXPECT_TRUE(files_.setCurrentDirectory(before).ok());
+}
+
+TEST_F(NativeFileSystemTest, TheTrashKeepsWhatIsThrownAway) {
+    const ScopedEnvironment home("XDG_DATA_HOME", (scratch_ / "data").string());
+    scratch_.write("a b/file", "first");
+    EXPECT_TRUE(files_.moveToTrash(at("a b/file")).ok());
+    EXPECT_FALSE(scratch_.has("a b/file"));
+    EXPECT_EQ(scratch_.read("data/Trash/files/file"), "first");
+    const std::string info = scratch_.read("data/Trash/info/file.trashinfo");
+    EXPECT_TRUE(info.starts_with("[Trash Info]\nPath=" + scratch_.path().string() + "/a%20b/file\nDeletionDate="));
+    scratch_.write("a b/file", "second");
+    EXPECT_TRUE(files_.moveToTrash(at("a b/file")).ok());
+    EXPECT_EQ(scratch_.read("data/Trash/files/file.2"), "second");
+    EXPECT_FALSE(files_.moveToTrash(at("absent")).ok());
+}
+
+TEST_F(NativeFileSystemTest, KnowsItsVolumes) {
+    const auto roots = files_.roots().value();
+    EXPECT_NE(std::find(roots.begin(), roots.end(), Uri::fromPath("/")), roots.end());
+    const auto info = files_.volumeInfo(at(""));
+    ASSERT_TRUE(info.ok());
+    EXPECT_GT(info.value().totalBytes, 0u);
+    EXPECT_LE(info.value().availableBytes, info.value().totalBytes);
+    EXPECT_FALSE(files_.volumeInfo(at("absent")).ok());
+}
+
+TEST_F(NativeFileSystemTest, HasNoMonitor) {
+    const auto monitor = files_.monitor(at(""));
+    ASSERT_FALSE(monitor.ok());
+    EXPECT_EQ(monitor.error().message, "no monitor available");
+}
+
+TEST_F(NativeFileSystemTest, NamesFollowTheRules) {
+    EXPECT_FALSE(files_.isCaseSensitive());
+    EXPECT_EQ(files_.forbiddenNameCharacters(), "<>\\/:*?|\"\t\n\r");
+    EXPECT_FALSE(files_.isValidName("con"));
+    EXPECT_TRUE(files_.isValidName("console"));
+    EXPECT_EQ(files_.sanitizeName("a:b", '-'), "a-b");
+    EXPECT_TRUE(files_.matchPattern("TAKE.WAV", "*.wav"));
+    EXPECT_EQ(files_.uriFromPath("/a/../b").value().path, "/b");
+}
+
+TEST_F(NativeFileSystemTest, ATemporaryPathIsNewAndGoesWhenTold) {
+    const ScopedEnvironment environment("TMPDIR", scratch_.path().string());
+    Uri kept;
+    {
+        const TemporaryPath path;
+        kept = path.uri();
+        EXPECT_TRUE(kept.path.starts_with(scratch_.path().string() + "/"));
+        EXPECT_FALSE(files_.status(kept).value().exists());
+        EXPECT_NE(TemporaryPath().uri(), kept);
+        EXPECT_TRUE(files_.createDirectories(kept.child("inside")).ok());
+    }
+    EXPECT_TRUE(files_.status(kept).value().exists());
+    Uri removed;
+    {
+        TemporaryPath path;
+        path.setAtEnd(TemporaryPath::AtEnd::remove);
+        removed = path.uri();
+        EXPECT_TRUE(files_.createDirectories(removed.child("inside")).ok());
+    }
+    EXPECT_FALSE(files_.status(removed).value().exists());
+}
+
+} // namespace
+} // namespace tessera::test
