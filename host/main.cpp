@@ -22,7 +22,23 @@ struct Options {
     std::vector<std::string> commands;
 };
 
-constexpr char kModuleFile[] = "TesseraExchange.shlb";
+// Where the module is, as seen from this program's folder: beside it, in the build tree, installed.
+constexpr const char* kModuleFiles[] = {
+    "TesseraExchange.shlb",
+    "../src/shell/TesseraExchange.shlb",
+    "../lib/TesseraExchange/TesseraExchange.shlb",
+};
+
+std::string findModule(const char* program) {
+    const std::filesystem::path folder = std::filesystem::path(program).parent_path();
+    for (const char* file : kModuleFiles) {
+        std::error_code ignored;
+        if (std::filesystem::exists(folder / file, ignored)) {
+            return (folder / file).lexically_normal().string();
+        }
+    }
+    return (folder / kModuleFiles[0]).string();
+}
 
 bool fail(const std::string& where, const Complaint& complaint) {
     std::cerr << "tesx-host: " << where << complaint << std::endl;
@@ -56,7 +72,6 @@ bool runStandardInput(Application& application, const Options& options) {
             if (reader.isAtEnd()) {
                 break;
             }
-            application.run(0);
             application.run(0.005);
             continue;
         }
@@ -91,7 +106,7 @@ int main(int argc, char** argv) {
         "sound files and drives the module on it.");
     Options options;
     options.settings.out = &std::cout;
-    options.module = (std::filesystem::path(argv[0]).parent_path() / kModuleFile).string();
+    options.module = findModule(argv[0]);
     app.add_option("-m,--module", options.module, "the module's file")->capture_default_str();
     app.add_flag("--no-module", options.noModule, "load no module");
     app.add_option("--name", options.settings.name, "what this host calls itself")->capture_default_str();

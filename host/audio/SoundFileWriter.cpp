@@ -1,7 +1,10 @@
 #include "host/audio/SoundFileWriter.h"
 
+#include "host/audio/AiffHeader.h"
+
 #include <algorithm>
 #include <sndfile.h>
+#include <utility>
 
 namespace tessera::host {
 namespace {
@@ -29,13 +32,18 @@ std::unique_ptr<SoundFileWriter> SoundFileWriter::create(const std::string& path
     if ((format.container & SF_FORMAT_TYPEMASK) == SF_FORMAT_RF64) {
         sf_command(file, SFC_RF64_AUTO_DOWNGRADE, nullptr, SF_TRUE);
     }
-    return std::unique_ptr<SoundFileWriter>(new SoundFileWriter(file, format));
+    return std::unique_ptr<SoundFileWriter>(new SoundFileWriter(file, path, format));
 }
 
-SoundFileWriter::SoundFileWriter(sf_private_tag* file, const AudioFormat& format) : file_(file), format_(format) {}
+SoundFileWriter::SoundFileWriter(sf_private_tag* file, std::string path, const AudioFormat& format)
+    : file_(file), path_(std::move(path)), format_(format) {}
 
 SoundFileWriter::~SoundFileWriter() {
     sf_close(file_);
+    const std::int64_t dataBytes = frames_ * format_.bytesPerFrame();
+    if ((format_.container & SF_FORMAT_TYPEMASK) == SF_FORMAT_AIFF && dataBytes % 2 != 0) {
+        mendAiffLength(path_, frames_, dataBytes);
+    }
 }
 
 void SoundFileWriter::setComment(const std::string& text) {

@@ -36,10 +36,11 @@ public:
     void flush();
 
 private:
-    SoundFileWriter(sf_private_tag* file, const AudioFormat& format);
+    SoundFileWriter(sf_private_tag* file, std::string path, const AudioFormat& format);
     std::int64_t writeNarrow(std::int64_t count, const std::uint8_t* in);
 
     sf_private_tag* const file_;
+    const std::string path_;
     const AudioFormat format_;
     std::int64_t frames_ = 0;
     std::vector<std::int32_t> wide_; // samples on their way from 8 or 24 bits

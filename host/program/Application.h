@@ -93,7 +93,7 @@ public:
     // One turn of it.
     void turn();
 
-    HostCore& core() { return *core_; }
+    const std::shared_ptr<HostCore>& core() const { return core_; }
     HostContext& context() { return *context_; }
     const std::shared_ptr<Project>& project() const { return projects_->active(); }
     Selection& selection() { return *selection_; }

@@ -275,7 +275,7 @@ Complaint ScriptCommands::run(std::string_view line) {
     if (name == "quit" || name == "help") {
         hasQuit_ = name == "quit";
         if (!hasQuit_) {
-            application_.core().note(help());
+            application_.core()->note(help());
         }
         return {};
     }

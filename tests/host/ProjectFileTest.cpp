@@ -1,0 +1,191 @@
+#include "host/HostFixture.h"
+
+#include "host/model/ProjectFile.h"
+#include "host/model/SafeSave.h"
+#include "host/text/Text16.h"
+#include "shell/hostapi/IProjectOpener.h"
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+namespace tessera::host {
+namespace {
+
+std::string contentOf(const std::string& file) {
+    std::ifstream in(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
+
+// The steps on the real file system, until the one that fails: it does half of its work, and from then on nothing
+// works, as after a crash.
+class CrashingSteps final : public SaveSteps {
+public:
+    explicit CrashingSteps(int stepsBefore) : left_(stepsBefore) {}
+
+    std::string writeAndFlush(const std::string& path, std::string_view content) override {
+        const bool crashes = left_-- <= 0;
+        const std::string reason =
+            platformSaveSteps().writeAndFlush(path, crashes ? content.substr(0, content.size() / 2) : content);
+        return crashes ? "crashed" : reason;
+    }
+    std::string rename(const std::string& from, const std::string& to) override {
+        return left_-- <= 0 ? "crashed" : platformSaveSteps().rename(from, to);
+    }
+    void remove(const std::string&) override {}
+
+private:
+    int left_;
+};
+
+class ProjectFileTest : public HostFixture {};
+
+TEST_F(ProjectFileTest, WhatWasSavedIsOpenedAgain) {
+    makeSound("outside \xC3\xA4.wav", 5000);
+    std::filesystem::create_directories(path("project/Audio"));
+    makeSound("project/Audio/inside.flac", 4000, 2, 8000, SF_FORMAT_FLAC | SF_FORMAT_PCM_16);
+    makeProject({path("outside \xC3\xA4.wav"), path("project/Audio/inside.flac")});
+    ASSERT_EQ(host().trimEvent(1, 0.1, 0.3), "");
+    ASSERT_EQ(host().restrictEvent(1, Restrictions::kEnvelopes), "");
+    NewEventPlace notes;
+    notes.start = 12.25;
+    notes.track = 2;
+    ASSERT_EQ(host().addNotes(notes), "");
+    host().transport().cycleLeft().set(1.5);
+    host().transport().cycleRight().set(2.75);
+    ASSERT_EQ(host().saveProject(""), "");
+    ASSERT_EQ(host().closeProject(), "");
+    host().transport().cycleLeft().set(0);
+
+    ASSERT_EQ(host().openProject(path("project/project.tesxproject")), "");
+    EXPECT_EQ(host().project()->folderPath(), path("project"));
+    ASSERT_EQ(host().project()->events().size(), 3U);
+    EXPECT_EQ(event(1)->name(), "outside \xC3\xA4.wav");
+    EXPECT_EQ(event(1)->ownClip()->path(), path("outside \xC3\xA4.wav"));
+    EXPECT_EQ(event(1)->place().offset, 0.1);
+    EXPECT_EQ(event(1)->place().length, 0.3);
+    EXPECT_EQ(event(1)->restrictions(), Restrictions::kEnvelopes);
+    EXPECT_EQ(event(2)->ownClip()->path(), path("project/Audio/inside.flac"));
+    EXPECT_EQ(event(2)->place().start, 5);
+    EXPECT_FALSE(event(3)->isAudio());
+    EXPECT_EQ(event(3)->place().start, 12.25);
+    EXPECT_EQ(event(3)->track()->name(), "Track 2");
+    EXPECT_EQ(host().transport().cycleLeft().seconds(), 1.5);
+    EXPECT_EQ(host().transport().cycleRight().seconds(), 2.75);
+    EXPECT_EQ(host().undo(), "there is nothing to undo");
+}
+
+TEST_F(ProjectFileTest, AFolderThatWasMovedStillFindsItsOwnSounds) {
+    std::filesystem::create_directories(path("project/Audio"));
+    makeSound("project/Audio/inside.wav", 10);
+    makeProject({path("project/Audio/inside.wav")});
+    ASSERT_EQ(host().saveProject(""), "");
+    ASSERT_EQ(host().closeProject(), "");
+    std::filesystem::rename(path("project"), path("elsewhere"));
+    ASSERT_EQ(host().openProject(path("elsewhere/project.tesxproject")), "");
+    EXPECT_EQ(event(1)->ownClip()->path(), path("elsewhere/Audio/inside.wav"));
+}
+
+TEST_F(ProjectFileTest, ACrashAtAnyStepLosesNeitherOldNorNew) {
+    makeProject({makeSound("a.wav", 1000)});
+    const std::string file = path("project/p.tesxproject");
+    ASSERT_EQ(host().saveProject(file), "");
+    const std::string old = contentOf(file);
+    ASSERT_EQ(host().moveEvent(1, 77), "");
+    for (int step = 0; step < 2; ++step) {
+        SCOPED_TRACE(step);
+        CrashingSteps steps(step);
+        const Complaint complaint = saveProject(*host().project(), host().transport(), file, steps);
+        EXPECT_NE(complaint.find("can't be saved"), std::string::npos) << complaint;
+        EXPECT_EQ(contentOf(file), old);
+        auto other = makeApplication();
+        EXPECT_EQ(other->openProject(file), "");
+        EXPECT_EQ(event(1)->place().start, 77) << "the new state is still in the open project";
+    }
+    CrashingSteps afterAll(2);
+    EXPECT_EQ(saveProject(*host().project(), host().transport(), file, afterAll), "");
+    auto other = makeApplication();
+    ASSERT_EQ(other->openProject(file), "");
+    EXPECT_EQ(other->project()->eventByNumber(1)->place().start, 77);
+}
+
+TEST_F(ProjectFileTest, AFailedSaveLeavesNothingBehind) {
+    makeProject({});
+    std::filesystem::create_directories(path("taken/inside"));
+    const Complaint complaint = host().saveProject(path("taken"));
+    EXPECT_NE(complaint.find("can't be saved"), std::string::npos) << complaint;
+    EXPECT_FALSE(std::filesystem::exists(path("taken.new")));
+    EXPECT_TRUE(std::filesystem::is_directory(path("taken/inside")));
+}
+
+struct BrokenRow {
+    const char* name;
+    const char* content;
+    const char* message;
+};
+
+TEST_F(ProjectFileTest, ABrokenFileIsRefusedWithAReason) {
+    makeProject({makeSound("a.wav", 1000)});
+    ASSERT_EQ(host().saveProject(""), "");
+    const std::shared_ptr<Project> before = host().project();
+    const BrokenRow rows[] = {
+        {"empty", "", "is no project"},
+        {"text", "hello", "is no project"},
+        {"cut", "{ \"format\": \"tesx-host project\", ", "is no project"},
+        {"array", "[]", "is no project"},
+        {"foreign", "{ \"format\": \"other\" }", "is no project"},
+        {"format is a number", "{ \"format\": 1 }", "is no project"},
+        {"newer", R"({"format":"tesx-host project","version":2})", "another version"},
+        {"missing sound", R"({"format":"tesx-host project","version":1,"pool":["no.wav"]})", "there is no file"},
+        {"pool of numbers", R"({"format":"tesx-host project","version":1,"pool":[1]})", "pool"},
+        {"track of text", R"({"format":"tesx-host project","version":1,"tracks":["x"]})", "track"},
+        {"event of text", R"({"format":"tesx-host project","version":1,"tracks":[{"events":["x"]}]})", "event"},
+        {"no times", R"({"format":"tesx-host project","version":1,"tracks":[{"events":[{}]}]})", "times"},
+        {"negative length",
+         R"({"format":"tesx-host project","version":1,"tracks":[{"events":[{"start":0,"length":-1}]}]})", "times"},
+        {"clip beyond the pool",
+         R"({"format":"tesx-host project","version":1,"tracks":[{"events":[{"start":0,"length":1,"clip":0}]}]})",
+         "clip"},
+        {"negative clip",
+         R"({"format":"tesx-host project","version":1,"tracks":[{"events":[{"start":0,"length":1,"clip":-1}]}]})",
+         "clip"},
+    };
+    for (const BrokenRow& row : rows) {
+        std::ofstream(path("broken.tesxproject")) << row.content;
+        const Complaint complaint = host().openProject(path("broken.tesxproject"));
+        EXPECT_NE(complaint.find(row.message), std::string::npos) << row.name << ": " << complaint;
+        EXPECT_EQ(host().project(), before) << row.name;
+    }
+    EXPECT_NE(host().openProject(path("missing.tesxproject")).find("can't be read"), std::string::npos);
+}
+
+TEST_F(ProjectFileTest, UnsavedChangesAreNotThrownAwayForAnotherProject) {
+    makeProject({makeSound("a.wav", 1000)});
+    ASSERT_EQ(host().saveProject(path("first.tesxproject")), "");
+    ASSERT_EQ(host().moveEvent(1, 5), "");
+    EXPECT_NE(host().openProject(path("other.tesxproject")).find("aren't saved"), std::string::npos);
+    EXPECT_NE(host().newProject(path("other"), {}).find("aren't saved"), std::string::npos);
+    EXPECT_EQ(event(1)->place().start, 5);
+}
+
+TEST_F(ProjectFileTest, AGuestOpensProjectsByTheirFile) {
+    makeProject({makeSound("a.wav", 1000)});
+    const std::string file = path("first.tesxproject");
+    ASSERT_EQ(host().saveProject(file), "");
+    ASSERT_EQ(host().closeProject(), "");
+    const FRefPtr<IProjectOpener> opener = queryFor<IProjectOpener>(host().context().unknown());
+    const FRefPtr<IUrlFactory> url = service<IUrlFactory>();
+    url->setPath(toText16(file)->c_str(), 0);
+    EXPECT_EQ(opener->open(url.get(), 0), kResultOk);
+    const std::shared_ptr<Project> opened = host().project();
+    ASSERT_NE(opened, nullptr);
+    EXPECT_EQ(opener->open(url.get(), 0), kResultOk);
+    EXPECT_EQ(host().project(), opened) << "already open: only becomes active";
+    url->setPath(u"/no/such/project", 0);
+    EXPECT_EQ(opener->open(url.get(), 0), kResultFailure);
+    EXPECT_EQ(opener->open(nullptr, 0), kInvalidArgument);
+    EXPECT_EQ(host().project(), opened);
+}
+
+} // namespace
+} // namespace tessera::host
