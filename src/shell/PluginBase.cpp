@@ -1,0 +1,47 @@
+#include "shell/PluginBase.h"
+
+#include "foundation/object/FRefPtr.h"
+#include "workflow/HostServices.h"
+
+#include <cstring>
+
+namespace tessera {
+
+namespace {
+
+constexpr char kClassName[] = "PluginBase";
+
+} // namespace
+
+FResult PluginBase::queryInterface(const FUIDBytes& uid, void** out) {
+    if (uid == IBaseUnknown::iid) {
+        addReference();
+        *out = static_cast<IPlugin*>(this);
+        return kResultOk;
+    }
+    return FObject::queryInterface(uid, out);
+}
+
+const char* PluginBase::getClassName() const {
+    return kClassName;
+}
+
+bool PluginBase::isTypeOf(const char* className, bool askBase) const {
+    if (className != nullptr && std::strcmp(className, kClassName) == 0) {
+        return true;
+    }
+    return askBase && FObject::isTypeOf(className, askBase);
+}
+
+FResult PluginBase::initialize(IBaseUnknown* hostContext) {
+    return fetchServices(hostContext) ? onInitialize() : kResultFalse;
+}
+
+bool PluginBase::fetchServices(IBaseUnknown* hostContext) {
+    // The pointer is kept without a reference: the host's services outlive every use of this module, and a reference
+    // that is never given back would keep them from going down.
+    setHostServices(queryFor<IHostServices>(hostContext).get());
+    return hostServices() != nullptr;
+}
+
+} // namespace tessera
