@@ -186,7 +186,12 @@ bool FString::assign16(const char16_t* text, std::int32_t length, FNul nul) {
 }
 
 bool FString::assignUtf8(const char* text, std::int32_t length) {
-    return assign8(text, length) && toWide(CodePage::utf8);
+    const std::string_view source = sourceView(text, length, FNul::kept);
+    if (text == text_ || source.empty()) {
+        return assign8(text, length) && toWide(CodePage::utf8);
+    }
+    // Bytes are only stored when they turn out not to be UTF-8.
+    return assignWidened(CodePage::utf8, source) || (assignText(source) && toWide(CodePage::utf8));
 }
 
 bool FString::assignVariant(const FVariant& value) {
@@ -287,7 +292,10 @@ bool FString::toWide(CodePage codePage) const {
         own(nullptr, 0, FTextWidth::wide);
         return true;
     }
-    const std::string_view source = view8();
+    return assignWidened(codePage, view8());
+}
+
+bool FString::assignWidened(CodePage codePage, std::string_view source) const {
     const std::ptrdiff_t length = FTextConversion::widenedLength(codePage, source);
     if (length <= 0 || length > kMaximumLength) {
         return false;

@@ -144,6 +144,8 @@ private:
     void adoptText(Character* buffer);
     // In the width that the string has.
     bool assignAscii(std::string_view text);
+    // The bytes may be the own ones.
+    bool assignWidened(CodePage codePage, std::string_view source) const;
     // From one code page into another.
     bool recode(CodePage codePage) const;
     // Frees the buffer and puts another in its place. Const, since reading converts.
