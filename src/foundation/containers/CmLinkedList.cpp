@@ -166,6 +166,22 @@ CmObject* CmLinkedList::takeFirst() {
     return head_ != nullptr ? takeAfter(nullptr) : nullptr;
 }
 
+void CmLinkedList::moveFirstTo(CmLinkedList& other) {
+    Node* node = head_;
+    if (node == nullptr) {
+        return;
+    }
+    head_ = node->next;
+    if (head_ == nullptr) {
+        tail_ = nullptr;
+    }
+    --size_;
+    node->next = nullptr;
+    (other.tail_ != nullptr ? other.tail_->next : other.head_) = node;
+    other.tail_ = node;
+    ++other.size_;
+}
+
 // Null for index 0, whose node has none before it.
 CmLinkedList::Node* CmLinkedList::nodeBeforeIndex(std::int32_t index) const {
     Node* before = nullptr;

@@ -33,6 +33,9 @@ public:
     bool insertAt(std::int32_t index, CmObject* element);
     // Takes the first element out and hands it over without a release: what the list held of it is the caller's now.
     CmObject* takeFirst();
+    // Hands the first element over to the end of the other list, or of this one, with what this list held of it. Needs
+    // no memory and can't fail; nothing happens to an empty list.
+    void moveFirstTo(CmLinkedList& other);
 
 private:
     struct Node {

@@ -41,11 +41,10 @@ bool holds(const CmQueue& queue, const IBaseUnknown* target, const FStringRef& n
 // Takes every fitting entry out; the rest keeps its order.
 void removeFitting(CmQueue& queue, const IBaseUnknown* target, const FStringRef& name) {
     for (std::int32_t left = queue.getCount(); left > 0; --left) {
-        auto* entry = static_cast<FPostedMessage*>(queue.dequeue());
-        if (entry->fits(target, name)) {
-            entry->release();
+        if (static_cast<FPostedMessage*>(queue.at(0))->fits(target, name)) {
+            queue.dequeue()->release();
         } else {
-            queue.enqueue(entry);
+            queue.moveFirstTo(queue);
         }
     }
 }
@@ -104,8 +103,8 @@ void FMessenger::deliverMessages() {
     {
         const FLockGuard queue(queueLock_);
         for (std::int32_t left = pending_.getCount(); left > 0; --left) {
-            auto* entry = static_cast<FPostedMessage*>(pending_.dequeue());
-            (entry->isDue() ? ready_ : pending_).enqueue(entry);
+            const bool isDue = static_cast<FPostedMessage*>(pending_.at(0))->isDue();
+            pending_.moveFirstTo(isDue ? ready_ : pending_);
         }
     }
     // Each entry is off the queue before its target is called: the target may remove what is left, or start a round of

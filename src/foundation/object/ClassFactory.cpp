@@ -21,7 +21,10 @@ constexpr std::uint32_t kIdentifierBuckets = 20;
 
 struct ByName {
     static std::uint32_t hash(std::string_view name, std::uint32_t size) { return hashText(name, size); }
-    static bool matches(std::string_view name, const FMetaClass& record) { return name == record.getName(); }
+    // Mostly it is the record's own text that is asked for.
+    static bool matches(std::string_view name, const FMetaClass& record) {
+        return name.data() == record.getName() || name == record.getName();
+    }
 };
 
 struct ByIdentifier {

@@ -57,12 +57,8 @@ void FSingletonList::goDown() {
     list = nullptr;
 }
 
-void* FSingletonSlot::obtain(bool create) {
-    void* object = object_.load(std::memory_order_acquire);
-    if (object != nullptr || !create || FSingletonList::isDestroyed()) {
-        return object;
-    }
-    return FSingletonList::create(*this);
+void* FSingletonSlot::obtainSlowly() {
+    return FSingletonList::isDestroyed() ? nullptr : FSingletonList::create(*this);
 }
 
 } // namespace tessera

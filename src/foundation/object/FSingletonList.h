@@ -21,10 +21,15 @@ public:
     constexpr FSingletonSlot(Make make, Release release) : make_(make), release_(release) {}
 
 protected:
-    void* obtain(bool create);
+    void* obtain(bool create) {
+        void* object = object_.load(std::memory_order_acquire);
+        return object != nullptr || !create ? object : obtainSlowly();
+    }
 
 private:
     friend class FSingletonList;
+
+    void* obtainSlowly();
 
     std::atomic<void*> object_{nullptr};
     Make make_;
