@@ -61,9 +61,10 @@ void PeerController::closeLink() {
     if (!link_.isOpen()) {
         return;
     }
+    // The object stays until the next open: where this runs inside the host's idle calls, a host that walks over a copy
+    // of its clients calls it once more in this round.
     if (idlePump_) {
         idlePump_->stop();
-        idlePump_.reset();
     }
     link_.close();
 }

@@ -61,6 +61,7 @@ private:
     // The chosen one; of version 0 if none is known.
     AudioExportScript peer_;
     LinkSocket link_;
+    // Runs while the link is open.
     FRefPtr<IdlePump> idlePump_;
 };
 

@@ -38,9 +38,11 @@ FResult PluginBase::initialize(IBaseUnknown* hostContext) {
 }
 
 bool PluginBase::fetchServices(IBaseUnknown* hostContext) {
-    // The pointer is kept without a reference: the host's services outlive every use of this module, and a reference
-    // that is never given back would keep them from going down.
-    setHostServices(queryFor<IHostServices>(hostContext).get());
+    auto services = queryFor<IHostServices>(hostContext);
+    if (services != hostServices()) {
+        // The reference stays with the process-wide pointer, which is used for as long as anything of ours lives.
+        setHostServices(services.detach());
+    }
     return hostServices() != nullptr;
 }
 

@@ -1,6 +1,6 @@
 // The host's services, as this module finds them: one process-wide pointer, set when the service is initialised, and a
-// look-up at each use. No reference is held to the pointer. A service that the host lacks is null, which every user
-// passes over. Main thread.
+// look-up at each use. Whoever sets the pointer sees to it that it stays valid. A service that the host lacks is null,
+// which every user passes over. Main thread.
 #pragma once
 
 #include "foundation/object/FRefPtr.h"

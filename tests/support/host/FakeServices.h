@@ -238,7 +238,7 @@ public:
     std::vector<std::pair<IDriverClient*, std::string>> requests;
 };
 
-// Holds no references; a client that goes away without leaving is a test that crashes.
+// Holds no references, and walks over a copy: the unkindest host that a client has to get along with.
 class FakeIdleHost final : public FakeObject<UnusedSlots<IIdleHost>> {
 public:
     FResult addClient(IIdleClient* client) override {
