@@ -45,6 +45,12 @@ std::int64_t FBufferStream::tell() {
     return buffer_.getFill();
 }
 
+std::string_view FBufferStream::bytesAhead() const {
+    const std::int32_t cursor = buffer_.getFill();
+    return {reinterpret_cast<const char*>(buffer_.getData()) + cursor,
+            static_cast<std::size_t>(buffer_.getSize() - cursor)};
+}
+
 // Positions outside the buffer leave the cursor where it is.
 std::int64_t FBufferStream::moveTo(std::int64_t position) {
     if (position < 0 || position > buffer_.getSize()) {

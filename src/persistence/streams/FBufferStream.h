@@ -31,6 +31,9 @@ public:
     std::int64_t seek(std::int64_t offset, SeekMode mode) override;
     std::int64_t tell() override;
 
+protected:
+    std::string_view bytesAhead() const override;
+
 private:
     std::int64_t moveTo(std::int64_t position);
 

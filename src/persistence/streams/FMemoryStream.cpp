@@ -19,6 +19,26 @@ std::int64_t wrappingSum(std::int64_t a, std::int64_t b) {
     return static_cast<std::int64_t>(static_cast<std::uint64_t>(a) + static_cast<std::uint64_t>(b));
 }
 
+// Single values are what mostly travels, and known sizes copy without a call.
+void copyBytes(void* target, const void* source, std::int32_t size) {
+    switch (size) {
+    case 1:
+        std::memcpy(target, source, 1);
+        break;
+    case 2:
+        std::memcpy(target, source, 2);
+        break;
+    case 4:
+        std::memcpy(target, source, 4);
+        break;
+    case 8:
+        std::memcpy(target, source, 8);
+        break;
+    default:
+        std::memcpy(target, source, static_cast<std::size_t>(size));
+    }
+}
+
 } // namespace
 
 FMemoryStream::FMemoryStream(void* memory, std::int32_t size)
@@ -75,7 +95,7 @@ std::int32_t FMemoryStream::read(void* buffer, std::int32_t size) {
         return 0;
     }
     const auto count = static_cast<std::int32_t>(std::min<std::int64_t>(size, left));
-    std::memcpy(buffer, data_ + position_, static_cast<std::size_t>(count));
+    copyBytes(buffer, data_ + position_, count);
     position_ += count;
     return count;
 }
@@ -85,18 +105,25 @@ std::int32_t FMemoryStream::write(const void* buffer, std::int32_t size) {
         return 0;
     }
     const std::int64_t end = position_ + size;
-    const std::int32_t oldSize = size_;
-    if (end > oldSize) {
-        if (!grow(end)) {
-            return 0;
-        }
-        if (position_ > oldSize) {
-            std::memset(data_ + oldSize, 0, static_cast<std::size_t>(position_ - oldSize));
-        }
+    if ((end > allocated_ || position_ > size_) && !reach(end)) {
+        return 0;
     }
-    std::memcpy(data_ + position_, buffer, static_cast<std::size_t>(size));
+    size_ = std::max(size_, static_cast<std::int32_t>(end));
+    copyBytes(data_ + position_, buffer, size);
     position_ = end;
     return size;
+}
+
+// Room up to the end of a write that doesn't fit what is there; what lies between the old end and the write is zero.
+bool FMemoryStream::reach(std::int64_t end) {
+    const std::int32_t oldSize = size_;
+    if (!grow(end)) {
+        return false;
+    }
+    if (position_ > oldSize) {
+        std::memset(data_ + oldSize, 0, static_cast<std::size_t>(position_ - oldSize));
+    }
+    return true;
 }
 
 std::int64_t FMemoryStream::seek(std::int64_t offset, SeekMode mode) {
@@ -202,6 +229,13 @@ std::uint8_t* FMemoryStream::detach() {
     position_ = 0;
     ownsMemory_ = true;
     return std::exchange(data_, nullptr);
+}
+
+std::string_view FMemoryStream::bytesAhead() const {
+    if (position_ < 0 || position_ >= size_) {
+        return {};
+    }
+    return {reinterpret_cast<const char*>(data_) + position_, static_cast<std::size_t>(size_ - position_)};
 }
 
 bool FMemoryStream::grow(std::int64_t size) {

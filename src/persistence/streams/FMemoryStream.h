@@ -68,9 +68,13 @@ public:
     // owning. Null when there is none.
     [[nodiscard]] std::uint8_t* detach();
 
+protected:
+    std::string_view bytesAhead() const override;
+
 private:
     // Makes size the new size without touching what the block holds.
     bool grow(std::int64_t size);
+    bool reach(std::int64_t end);
     bool reallocate(std::int64_t bytes);
     void freeBlock();
     void takeBlock(FMemoryStream& other);

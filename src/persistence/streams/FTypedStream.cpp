@@ -73,21 +73,51 @@ std::unique_ptr<char[]> FTypedStream::readStr8() {
     return text;
 }
 
+// A stretch of a line, and the character that ended the line, if it has been reached.
+struct FTypedStream::LinePart {
+    std::string_view text;
+    bool found = false;
+    bool ended = false;
+    char end = '\0';
+};
+
+// At most room characters; what they lie in is the stream's memory, or byte.
+FTypedStream::LinePart FTypedStream::takeLinePart(std::int32_t room, char* byte) {
+    std::string_view ahead = bytesAhead();
+    const bool inMemory = !ahead.empty();
+    if (!inMemory && read(byte, 1) == 1) {
+        ahead = std::string_view(byte, 1);
+    }
+    LinePart part;
+    part.found = !ahead.empty();
+    part.text = ahead.substr(0, static_cast<std::size_t>(room));
+    part.text = part.text.substr(0, part.text.find('\n'));
+    part.text = part.text.substr(0, part.text.find('\0'));
+    part.ended = part.text.size() < std::min(ahead.size(), static_cast<std::size_t>(room));
+    part.end = part.ended ? ahead[part.text.size()] : '\0';
+    if (inMemory) {
+        seek(static_cast<std::int64_t>(part.text.size()) + (part.ended ? 1 : 0), SeekMode::fromHere);
+    }
+    return part;
+}
+
 std::int32_t FTypedStream::readLine(char* buffer, std::int32_t size) {
     if (buffer == nullptr || size < 1) {
         return 0;
     }
     std::int32_t length = 0;
-    char c = 0;
-    while (length < size - 1 && read(&c, 1) == 1) {
-        if (c == '\0') {
+    char byte = 0;
+    LinePart part;
+    while (!part.ended && length < size - 1) {
+        part = takeLinePart(size - 1 - length, &byte);
+        if (!part.found) {
             break;
         }
-        if (c == '\n') {
-            length -= length > 0 && buffer[length - 1] == '\r' ? 1 : 0;
-            break;
-        }
-        buffer[length++] = c;
+        std::memcpy(buffer + length, part.text.data(), part.text.size());
+        length += static_cast<std::int32_t>(part.text.size());
+    }
+    if (part.ended && part.end == '\n' && length > 0 && buffer[length - 1] == '\r') {
+        --length;
     }
     buffer[length] = '\0';
     return length;
@@ -110,19 +140,20 @@ bool FTypedStream::writeTextLine(const FStringRef& text) {
 
 bool FTypedStream::readTextLine(FString& text) {
     std::vector<char> line;
-    bool found = false;
-    char c = 0;
-    while (read(&c, 1) == 1) {
-        found = true;
-        if (c == '\0' || c == '\n') {
-            break;
-        }
-        if (line.size() == line.capacity()) {
+    char byte = 0;
+    LinePart part = takeLinePart(kLineGrowth, &byte);
+    const bool found = part.found;
+    while (part.found) {
+        if (line.size() + part.text.size() > line.capacity()) {
             line.reserve(line.size() + kLineGrowth);
         }
-        line.push_back(c);
+        line.insert(line.end(), part.text.begin(), part.text.end());
+        if (part.ended) {
+            break;
+        }
+        part = takeLinePart(kLineGrowth, &byte);
     }
-    if (c == '\n' && !line.empty() && line.back() == '\r') {
+    if (part.ended && part.end == '\n' && !line.empty() && line.back() == '\r') {
         line.pop_back();
     }
     const std::string_view bytes(line.data(), line.size());

@@ -12,6 +12,7 @@
 #include <cstdint>
 #include <cstring>
 #include <memory>
+#include <string_view>
 
 namespace tessera {
 
@@ -81,9 +82,10 @@ public:
     // its own behind the bytes that were read.
     std::unique_ptr<char[]> readStr8();
 
-    // Reads byte by byte up to a line feed or a NUL, which is taken off the stream and not delivered, nor is a carriage
-    // return before the line feed. At most size - 1 characters; what doesn't fit is left for the next call. The buffer
-    // is always terminated. Gives the length; an empty line and the end of the stream are both 0.
+    // Reads up to a line feed or a NUL, which is taken off the stream and not delivered, nor is a carriage return
+    // before the line feed. A stream whose bytes don't lie in memory is asked for one at a time: read a file by line
+    // through an FMemoryStream. At most size - 1 characters; what doesn't fit is left for the next call. The buffer is
+    // always terminated. Gives the length; an empty line and the end of the stream are both 0.
     std::int32_t readLine(char* buffer, std::int32_t size);
 
     // One text with a closing NUL: ASCII as it is, anything else as UTF-8 behind the bytes EF BB BF.
@@ -93,12 +95,19 @@ public:
     bool readTextLine(FString& text);
 
 protected:
+    // What comes next, as far as it lies in memory: lines are found in it without a call per byte. Empty for streams
+    // that have to be read.
+    virtual std::string_view bytesAhead() const { return {}; }
+
     FTypedStream() = default;
     FTypedStream(const FTypedStream&) = default;
     FTypedStream& operator=(const FTypedStream&) = default;
     ~FTypedStream() = default;
 
 private:
+    struct LinePart;
+
+    LinePart takeLinePart(std::int32_t room, char* byte);
     template <class T>
     bool put(T value);
     template <class T>

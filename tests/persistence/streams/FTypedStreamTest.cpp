@@ -1,12 +1,16 @@
 #include "persistence/streams/FTypedStream.h"
 
+#include "foundation/containers/CmBuffer.h"
 #include "foundation/text/FString.h"
+#include "persistence/streams/FBufferStream.h"
+#include "persistence/streams/FIBStream.h"
 #include "tests/persistence/streams/StreamBytes.h"
 
 #include <gtest/gtest.h>
 
 #include <cstring>
 #include <functional>
+#include <initializer_list>
 #include <limits>
 
 namespace tessera {
@@ -236,6 +240,37 @@ TEST(FTypedStream, ReadLineEndsAtLineFeedAndNul) {
     for (const char* text : expected) {
         EXPECT_EQ(stream.readLine(line, sizeof line), static_cast<std::int32_t>(std::strlen(text)));
         EXPECT_STREQ(line, text);
+    }
+}
+
+// Lines come out of memory in one piece, and byte by byte out of a stream that has to be read.
+TEST(FTypedStream, LinesAreTheSameFromEveryStream) {
+    const std::string content = bytes("one\r\n\r\ntwo\0\xef\xbb\xbf\xc3\xa4\nlonger than the buffer\r\nlast\r\0");
+    FMemoryStream memory;
+    CmBuffer bytesOfBuffer;
+    bytesOfBuffer.append(content.data(), static_cast<std::int32_t>(content.size()));
+    bytesOfBuffer.setSize(bytesOfBuffer.getFill());
+    FBufferStream buffer(bytesOfBuffer);
+    FMemoryStream hosts;
+    FIBStream read(&hosts.hostView());
+    for (FStream* stream : std::initializer_list<FStream*>{&memory, &buffer, &read}) {
+        fill(memory, content);
+        fill(hosts, content);
+        stream->rewind();
+        char line[10];
+        for (const char* expected :
+             {"one", "", "two", "\xef\xbb\xbf\xc3\xa4", "longer th", "an the bu", "ffer", "last\r"}) {
+            EXPECT_EQ(stream->readLine(line, sizeof line), static_cast<std::int32_t>(std::strlen(expected)))
+                << stream->getClassName();
+            EXPECT_STREQ(line, expected) << stream->getClassName();
+        }
+        stream->rewind();
+        FString text;
+        for (const char16_t* expected : {u"one", u"", u"two", u"\u00e4", u"longer than the buffer", u"last\r"}) {
+            EXPECT_TRUE(stream->readTextLine(text)) << stream->getClassName();
+            EXPECT_EQ(std::u16string(text.text16()), expected) << stream->getClassName();
+        }
+        EXPECT_FALSE(stream->readTextLine(text)) << stream->getClassName();
     }
 }
 
