@@ -24,6 +24,6 @@ struct WordLockEntries {
 };
 
 // What this system offers; an entry that it lacks is null.
-WordLockEntries wordLockEntries();
+const WordLockEntries& wordLockEntries();
 
 } // namespace tessera::platform

@@ -35,11 +35,6 @@ void FHeldLocks::createSlot() {
     }
 }
 
-FHeldLocks* FHeldLocks::ofThisThread() {
-    const FThreadLocal* slot = threadSlot.load(std::memory_order_acquire);
-    return slot != nullptr ? static_cast<FHeldLocks*>(slot->get()) : nullptr;
-}
-
 FHeldLocks* FHeldLocks::makeForThisThread() {
     FThreadLocal* slot = threadSlot.load(std::memory_order_acquire);
     auto* record = slot != nullptr ? new (std::nothrow) FHeldLocks : nullptr;
@@ -52,7 +47,14 @@ FHeldLocks* FHeldLocks::makeForThisThread() {
     return stored ? record : nullptr;
 }
 
+FHeldLocks::FHeldLocks() {
+    record_ = this;
+    cached_ = entries_;
+}
+
 FHeldLocks::~FHeldLocks() {
+    record_ = nullptr;
+    cached_ = &nothing_;
     if (used_ != 0) {
         reportLockError(kLockMisuse);
     }
@@ -121,8 +123,7 @@ int FHeldLocks::remove(const void* lock, Mode mode) {
         reportLockError(kLockMisuse);
     }
     *entry = {};
-    // find has made it the cached one.
-    cached_ = entries_;
+    cached_ = entries_; // where find has left it
     if (entry != &entries_[used_ - 1]) {
         // Its place stays behind, cleared, until the entries above it have gone.
         reportLockError(kLockMisuse);

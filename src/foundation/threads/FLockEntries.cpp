@@ -1,23 +1,47 @@
 #include "foundation/threads/FLockEntries.h"
 
-#include <atomic>
+#include "foundation/threads/FLockError.h"
 
 namespace tessera {
 
 namespace {
 
-std::atomic<const platform::WordLockEntries*> replacement{nullptr};
+using platform::WordLock;
+using platform::WordLockEntries;
+
+void reportMissing(WordLock&) {
+    reportLockError(kLockMisuse);
+}
+
+WordLockEntries completed(WordLockEntries entries) {
+    for (auto WordLockEntries::*entry :
+         {&WordLockEntries::initialize, &WordLockEntries::acquireShared, &WordLockEntries::releaseShared,
+          &WordLockEntries::acquireExclusive, &WordLockEntries::releaseExclusive}) {
+        if (entries.*entry == nullptr) {
+            entries.*entry = reportMissing;
+        }
+    }
+    return entries;
+}
+
+const WordLockEntries& systemEntries() {
+    static const WordLockEntries entries = completed(platform::wordLockEntries());
+    return entries;
+}
 
 } // namespace
 
-const platform::WordLockEntries& lockEntries() {
-    static const platform::WordLockEntries system = platform::wordLockEntries();
-    const platform::WordLockEntries* entries = replacement.load(std::memory_order_acquire);
-    return entries != nullptr ? *entries : system;
+void lookUpLockEntries() {
+    const WordLockEntries* none = nullptr;
+    detail::entriesInUse.compare_exchange_strong(none, &systemEntries());
 }
 
-const platform::WordLockEntries* replaceLockEntries(const platform::WordLockEntries* entries) {
-    return replacement.exchange(entries);
+void replaceLockEntries(const WordLockEntries* entries) {
+    static WordLockEntries replacement;
+    if (entries != nullptr) {
+        replacement = completed(*entries);
+    }
+    detail::entriesInUse.store(entries != nullptr ? &replacement : &systemEntries());
 }
 
 } // namespace tessera

@@ -1,36 +1,21 @@
 #include "foundation/threads/FReadWriteLock.h"
 
-#include "foundation/threads/FHeldLocks.h"
 #include "foundation/threads/FLockEntries.h"
-#include "foundation/threads/FLockError.h"
 
 #include <new>
 
 namespace tessera {
-
-namespace {
-
-// The system's operation, or the report that it has none.
-template <class Entry>
-void call(Entry entry, platform::WordLock& lock) {
-    if (entry == nullptr) {
-        reportLockError(kLockMisuse);
-        return;
-    }
-    entry(lock);
-}
-
-} // namespace
 
 FReadWriteLock::FReadWriteLock(bool useFast) {
     if (!useFast) {
         slow_.reset(new (std::nothrow) platform::SlowReadWriteLock);
         return;
     }
+    FHeldLocks::createSlot();
+    lookUpLockEntries();
     fast_.reset(new (std::nothrow) platform::WordLock{});
     if (fast_ != nullptr) {
-        FHeldLocks::createSlot();
-        call(lockEntries().initialize, *fast_);
+        lockEntries().initialize(*fast_);
     }
 }
 
@@ -40,41 +25,76 @@ bool FReadWriteLock::isValid() const {
     return fast_ != nullptr || (slow_ != nullptr && slow_->isValid());
 }
 
-void FReadWriteLock::lockRead() {
+// The short forms are apart from the long ones so that they need no room on the stack: what is stored there has to
+// reach the cache before the lock's atomic operation can.
+
+void FReadWriteLock::lockReadOutermost() {
+    if (fast_ == nullptr || !FHeldLocks::enterOnly(this, FHeldLocks::kShared)) {
+        lockReadBooked();
+        return;
+    }
+    lockEntries().acquireShared(*fast_);
+}
+
+void FReadWriteLock::unlockReadOutermost() {
+    if (fast_ == nullptr || !FHeldLocks::leaveOnly(this, FHeldLocks::kShared)) {
+        unlockReadBooked();
+        return;
+    }
+    lockEntries().releaseShared(*fast_);
+}
+
+void FReadWriteLock::lockWrite() {
+    if (fast_ == nullptr || !FHeldLocks::enterOnly(this, FHeldLocks::kExclusive)) {
+        lockWriteBooked();
+        return;
+    }
+    lockEntries().acquireExclusive(*fast_);
+}
+
+void FReadWriteLock::unlockWrite() {
+    if (fast_ == nullptr || !FHeldLocks::leaveOnly(this, FHeldLocks::kExclusive)) {
+        unlockWriteBooked();
+        return;
+    }
+    lockEntries().releaseExclusive(*fast_);
+}
+
+void FReadWriteLock::lockReadBooked() {
     if (fast_ != nullptr) {
-        if (FHeldLocks::push(fast_.get(), FHeldLocks::kShared) == 1) {
-            call(lockEntries().acquireShared, *fast_);
+        if (FHeldLocks::push(this, FHeldLocks::kShared) == 1) {
+            lockEntries().acquireShared(*fast_);
         }
     } else if (isValid()) {
         slow_->lockRead();
     }
 }
 
-void FReadWriteLock::unlockRead() {
+void FReadWriteLock::unlockReadBooked() {
     if (fast_ != nullptr) {
-        if (FHeldLocks::pop(fast_.get(), FHeldLocks::kShared) == 0) {
-            call(lockEntries().releaseShared, *fast_);
+        if (FHeldLocks::pop(this, FHeldLocks::kShared) == 0) {
+            lockEntries().releaseShared(*fast_);
         }
     } else if (isValid()) {
         slow_->unlockRead();
     }
 }
 
-void FReadWriteLock::lockWrite() {
+void FReadWriteLock::lockWriteBooked() {
     if (fast_ != nullptr) {
         // A refused booking still waits for the lock: the handler has said that the thread is to go on.
-        if (FHeldLocks::push(fast_.get(), FHeldLocks::kExclusive) <= 1) {
-            call(lockEntries().acquireExclusive, *fast_);
+        if (FHeldLocks::push(this, FHeldLocks::kExclusive) <= 1) {
+            lockEntries().acquireExclusive(*fast_);
         }
     } else if (isValid()) {
         slow_->lockWrite();
     }
 }
 
-void FReadWriteLock::unlockWrite() {
+void FReadWriteLock::unlockWriteBooked() {
     if (fast_ != nullptr) {
-        if (FHeldLocks::pop(fast_.get(), FHeldLocks::kExclusive) == 0) {
-            call(lockEntries().releaseExclusive, *fast_);
+        if (FHeldLocks::pop(this, FHeldLocks::kExclusive) == 0) {
+            lockEntries().releaseExclusive(*fast_);
         }
     } else if (isValid()) {
         slow_->unlockWrite();
@@ -82,32 +102,32 @@ void FReadWriteLock::unlockWrite() {
 }
 
 bool FReadWriteLock::tryLockRead() {
-    const auto tryAcquire = lockEntries().tryAcquireShared;
-    if (fast_ == nullptr || tryAcquire == nullptr) {
+    const auto tryAcquire = fast_ != nullptr ? lockEntries().tryAcquireShared : nullptr;
+    if (tryAcquire == nullptr) {
         return false;
     }
-    const int count = FHeldLocks::push(fast_.get(), FHeldLocks::kShared);
+    const int count = FHeldLocks::push(this, FHeldLocks::kShared);
     if (count != 1) {
         return count > 1;
     }
     if (!tryAcquire(*fast_)) {
-        FHeldLocks::pop(fast_.get(), FHeldLocks::kShared);
+        FHeldLocks::pop(this, FHeldLocks::kShared);
         return false;
     }
     return true;
 }
 
 bool FReadWriteLock::tryLockWrite() {
-    const auto tryAcquire = lockEntries().tryAcquireExclusive;
-    if (fast_ == nullptr || tryAcquire == nullptr || FHeldLocks::holds(fast_.get(), FHeldLocks::kShared)) {
+    const auto tryAcquire = fast_ != nullptr ? lockEntries().tryAcquireExclusive : nullptr;
+    if (tryAcquire == nullptr || FHeldLocks::holds(this, FHeldLocks::kShared)) {
         return false;
     }
-    const int count = FHeldLocks::push(fast_.get(), FHeldLocks::kExclusive);
+    const int count = FHeldLocks::push(this, FHeldLocks::kExclusive);
     if (count != 1) {
         return count > 1;
     }
     if (!tryAcquire(*fast_)) {
-        FHeldLocks::pop(fast_.get(), FHeldLocks::kExclusive);
+        FHeldLocks::pop(this, FHeldLocks::kExclusive);
         return false;
     }
     return true;

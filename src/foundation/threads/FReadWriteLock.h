@@ -9,6 +9,7 @@
 // Any thread. A thread that wasn't started by FThread calls releaseThreadLocals() before it ends.
 #pragma once
 
+#include "foundation/threads/FHeldLocks.h"
 #include "platform/SlowReadWriteLock.h"
 #include "platform/WordLock.h"
 
@@ -23,8 +24,16 @@ public:
     FReadWriteLock& operator=(const FReadWriteLock&) = delete;
     ~FReadWriteLock();
 
-    void lockRead();
-    void unlockRead();
+    void lockRead() {
+        if (!FHeldLocks::nest(this)) {
+            lockReadOutermost();
+        }
+    }
+    void unlockRead() {
+        if (!FHeldLocks::unnest(this)) {
+            unlockReadOutermost();
+        }
+    }
     void lockWrite();
     void unlockWrite();
     bool tryLockRead();
@@ -34,6 +43,14 @@ public:
     bool isValid() const;
 
 private:
+    // Each of these falls to the next: nested use of a lock, the only lock of a thread, everything else.
+    void lockReadOutermost();
+    void unlockReadOutermost();
+    void lockReadBooked();
+    void unlockReadBooked();
+    void lockWriteBooked();
+    void unlockWriteBooked();
+
     std::unique_ptr<platform::WordLock> fast_;
     std::unique_ptr<platform::SlowReadWriteLock> slow_;
 };

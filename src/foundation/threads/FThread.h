@@ -21,9 +21,9 @@ namespace tessera {
 
 class FThread {
 public:
-    // Levels of priority: indices into the table for the process's class. Level 2 is normal in a normal process.
-    static constexpr std::uint32_t kNormalLevel = 2;
-    static constexpr std::uint32_t kHighestLevel = 5;
+    // Levels of priority, 0 to 5, are indices into the table for the process's class. This one is normal in a normal
+    // process.
+    static constexpr std::int32_t kNormalLevel = 2;
 
     explicit FThread(const char* name);
     FThread(const FThread&) = delete;

@@ -3,6 +3,7 @@
 #include "platform/TemporaryFolder.h"
 #include "platform/linux/Futex.h"
 
+#include <algorithm>
 #include <atomic>
 #include <cstring>
 #include <fcntl.h>
@@ -98,24 +99,25 @@ std::uint32_t* mapWord(int file) {
 }
 
 // Somebody who writes the word as a whole may have wiped the count.
-std::uint32_t withoutOneSleeper(std::uint32_t word) {
-    return word >= kOneSleeper ? word - kOneSleeper : word;
+std::uint32_t withoutSleepers(std::uint32_t word, std::uint32_t sleepers) {
+    return word - std::min(sleepers, word & ~kSet);
 }
 
-bool takeIfSet(std::atomic_ref<std::uint32_t> word) {
+// Clears the flag if it's set, and takes the sleeper that this caller is off the count with it.
+bool takeIfSet(std::atomic_ref<std::uint32_t> word, std::uint32_t sleepers) {
     std::uint32_t seen = word.load();
     while ((seen & kSet) != 0) {
-        if (word.compare_exchange_weak(seen, seen & ~kSet)) {
+        if (word.compare_exchange_weak(seen, withoutSleepers(seen, sleepers) & ~kSet)) {
             return true;
         }
     }
     return false;
 }
 
-// Takes this sleeper off the count, and the flag with it if it's set: whether it was.
-bool wakeUp(std::atomic_ref<std::uint32_t> word) {
+// Takes the sleeper off in any case, and the flag if it's set: whether it was.
+bool giveUp(std::atomic_ref<std::uint32_t> word) {
     std::uint32_t seen = word.load();
-    while (!word.compare_exchange_weak(seen, withoutOneSleeper(seen) & ~kSet)) {
+    while (!word.compare_exchange_weak(seen, withoutSleepers(seen, kOneSleeper) & ~kSet)) {
     }
     return (seen & kSet) != 0;
 }
@@ -163,7 +165,7 @@ NamedEvent::WaitResult NamedEvent::wait(std::uint32_t timeoutMs) {
         return WaitResult::failed;
     }
     std::atomic_ref word(*word_);
-    if (takeIfSet(word)) {
+    if (takeIfSet(word, 0)) {
         return WaitResult::signalled;
     }
     if (timeoutMs == 0) {
@@ -171,18 +173,14 @@ NamedEvent::WaitResult NamedEvent::wait(std::uint32_t timeoutMs) {
     }
     const Deadline deadline(timeoutMs);
     std::uint32_t seen = word.fetch_add(kOneSleeper) + kOneSleeper;
-    for (;;) {
-        const bool inTime = (seen & kSet) != 0 || futexWait(word_, seen, deadline, FutexScope::shared);
+    while (!takeIfSet(word, kOneSleeper)) {
+        // Should the flag have been set and taken since the last look, this comes back at once.
+        if (!futexWait(word_, seen & ~kSet, deadline, FutexScope::shared)) {
+            return giveUp(word) ? WaitResult::signalled : WaitResult::timedOut;
+        }
         seen = word.load();
-        if (!inTime) {
-            return wakeUp(word) ? WaitResult::signalled : WaitResult::timedOut;
-        }
-        while ((seen & kSet) != 0) {
-            if (word.compare_exchange_weak(seen, withoutOneSleeper(seen) & ~kSet)) {
-                return WaitResult::signalled;
-            }
-        }
     }
+    return WaitResult::signalled;
 }
 
 void NamedEvent::close() {

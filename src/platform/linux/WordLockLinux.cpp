@@ -68,7 +68,10 @@ void waitForShared(WordLock& lock) {
 }
 
 void acquireShared(WordLock& lock) {
-    if (!tryAcquireShared(lock)) {
+    // A guess at the usual case spares the load that an exchange has to wait for.
+    std::uint32_t free = 0;
+    if (!stateOf(lock).compare_exchange_strong(free, 1, std::memory_order_acquire, std::memory_order_relaxed) &&
+        !tryAcquireShared(lock)) {
         waitForShared(lock);
     }
 }
@@ -107,7 +110,10 @@ void wakeWaiting(WordLock& lock, std::uint32_t seen) {
 // count that runs below 0 would block the lock for good.
 void release(WordLock& lock) {
     auto state = stateOf(lock);
-    std::uint32_t seen = state.load(std::memory_order_relaxed);
+    std::uint32_t seen = 1;
+    if (state.compare_exchange_strong(seen, 0, std::memory_order_release, std::memory_order_relaxed)) {
+        return; // the last reader, and nobody waits
+    }
     std::uint32_t left = 0;
     do {
         if (isFree(seen)) {
@@ -167,8 +173,10 @@ void acquireExclusive(WordLock& lock) {
 
 } // namespace
 
-WordLockEntries wordLockEntries() {
-    return {initialize, acquireShared, release, acquireExclusive, release, tryAcquireExclusive, tryAcquireShared};
+const WordLockEntries& wordLockEntries() {
+    static constexpr WordLockEntries entries{initialize, acquireShared,       release,         acquireExclusive,
+                                             release,    tryAcquireExclusive, tryAcquireShared};
+    return entries;
 }
 
 } // namespace tessera::platform

@@ -147,11 +147,10 @@ TEST_F(FReadWriteLockTest, NestedReadNeverWaitsBehindAWriter) {
 
 TEST_F(FReadWriteLockTest, WriteRequestUnderAReadLockIsReportedAsMinus3) {
     lock_.lockRead();
-    EXPECT_EQ(FHeldLocks::push(&lock_, FHeldLocks::kShared), 1);
     EXPECT_EQ(FHeldLocks::push(&lock_, FHeldLocks::kExclusive), -3);
     EXPECT_EQ(takeCodes(), Codes{-3});
-    EXPECT_EQ(FHeldLocks::pop(&lock_, FHeldLocks::kShared), 0);
     lock_.unlockRead();
+    EXPECT_TRUE(othersMayWrite(lock_)) << "the refused request left no count";
 }
 
 TEST_F(FReadWriteLockTest, WriteTryUnderAReadLockIsFalseWithoutAReport) {
@@ -326,7 +325,7 @@ TEST_F(FReadWriteLockTest, SystemWithoutTheOperationsIsReportedAsMisuse) {
         EXPECT_FALSE(lock.tryLockRead());
         EXPECT_FALSE(lock.tryLockWrite());
     }
-    EXPECT_EQ(replaceLockEntries(nullptr), &none);
+    replaceLockEntries(nullptr);
 }
 
 TEST_F(FReadWriteLockTest, OnlyTheOuterUseReachesTheSystem) {
