@@ -5,6 +5,7 @@
 #include "foundation/messages/IMessageHook.h"
 #include "foundation/messages/IMessageTarget.h"
 #include "foundation/object/CmDelegatingUnknown.h"
+#include "foundation/object/FSingletonList.h"
 #include "foundation/threads/FLockGuard.h"
 
 #include <algorithm>
@@ -56,6 +57,8 @@ FMessenger* FMessenger::getInstance() {
 }
 
 FMessenger::FMessenger() {
+    // The singletons go down behind the post office, whichever of them came first.
+    FSingletonList::touch();
     pending_.setOwnership(CmOwnership::owner);
     ready_.setOwnership(CmOwnership::owner);
     targets_.setOwnership(CmOwnership::owner);

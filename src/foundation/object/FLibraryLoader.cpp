@@ -3,6 +3,9 @@
 #include "foundation/object/FRefPtr.h"
 #include "foundation/text/FString.h"
 #include "foundation/text/IStringResult.h"
+#include "platform/NativePath.h"
+
+#include <string_view>
 
 namespace tessera {
 
@@ -11,11 +14,13 @@ FResult FLibraryLoader::load(IBaseUnknown* path) {
     if (library_ || !source) {
         return kResultFailure;
     }
-    FString text(*source);
-    if (text.isWide()) {
-        text.toMultiByte(CodePage::utf8);
+    const FString text(*source);
+    const auto native =
+        platform::toNativePath(std::u16string_view(text.text16(), static_cast<std::size_t>(text.length())));
+    if (!native) {
+        return kResultFailure;
     }
-    library_ = platform::DynamicLibrary::load(text.text8());
+    library_ = platform::DynamicLibrary::load(native->c_str());
     return library_ ? kResultOk : kResultFailure;
 }
 

@@ -28,22 +28,26 @@ namespace {
 
 using Timers = std::vector<std::shared_ptr<ThreadTimer::State>>;
 
-// The calling thread's timers, in no order that matters.
-Timers& threadTimers() {
-    thread_local Timers timers;
-    return timers;
-}
+// The calling thread's timers in no order that matters, or null. A plain pointer, and a list that goes with its last
+// timer: a timer may well be destroyed when the thread's own variables are gone, at the end of the process.
+thread_local constinit Timers* threadTimers = nullptr;
 
 } // namespace
 
 ThreadTimer::ThreadTimer(std::uint32_t periodMs, Tick tick)
     : state_(std::make_shared<State>(periodMs, std::move(tick))) {
-    threadTimers().push_back(state_);
+    if (threadTimers == nullptr) {
+        threadTimers = new Timers;
+    }
+    threadTimers->push_back(state_);
 }
 
 ThreadTimer::~ThreadTimer() {
     state_->alive = false;
-    std::erase(threadTimers(), state_);
+    std::erase(*threadTimers, state_);
+    if (threadTimers->empty()) {
+        delete std::exchange(threadTimers, nullptr);
+    }
 }
 
 bool ThreadTimer::isRunning() const {
@@ -51,11 +55,14 @@ bool ThreadTimer::isRunning() const {
 }
 
 int runDueTimers() {
+    if (threadTimers == nullptr) {
+        return 0;
+    }
     const Clock::time_point now = Clock::now();
     // Ticks make and destroy timers, so the run goes over a list of its own; it keeps the state, and with it the
     // function that is just running, alive.
     Timers dueTimers;
-    std::copy_if(threadTimers().begin(), threadTimers().end(), std::back_inserter(dueTimers),
+    std::copy_if(threadTimers->begin(), threadTimers->end(), std::back_inserter(dueTimers),
                  [now](const auto& timer) { return timer->due <= now; });
     std::stable_sort(dueTimers.begin(), dueTimers.end(), [](const auto& a, const auto& b) { return a->due < b->due; });
     int count = 0;
@@ -72,12 +79,11 @@ int runDueTimers() {
 }
 
 std::int64_t millisecondsToNextTimer() {
-    const Timers& timers = threadTimers();
-    if (timers.empty()) {
+    if (threadTimers == nullptr) {
         return -1;
     }
-    const auto next =
-        std::min_element(timers.begin(), timers.end(), [](const auto& a, const auto& b) { return a->due < b->due; });
+    const auto next = std::min_element(threadTimers->begin(), threadTimers->end(),
+                                       [](const auto& a, const auto& b) { return a->due < b->due; });
     // Rounded up: whoever sleeps that long finds the timer due.
     const auto left = std::chrono::ceil<std::chrono::milliseconds>((*next)->due - Clock::now());
     return std::max<std::int64_t>(0, left.count());

@@ -12,6 +12,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
 #include <string>
 
@@ -119,6 +120,14 @@ TEST(FLibraryLoader, LoadsOneLibraryAndFindsItsSymbols) {
     EXPECT_EQ(answer(), 42);
     EXPECT_EQ(loader->getSymbol("noSuchSymbol"), nullptr);
     EXPECT_EQ(loader->load(&path), kResultFailure);
+}
+
+TEST(FLibraryLoader, TakesThePathInTheFrameworksForm) {
+    std::string path = TINY_LIBRARY;
+    std::replace(path.begin(), path.end(), '/', '\\');
+    ForeignPath source(path.c_str());
+    const auto loader = service<ILibraryLoader>();
+    EXPECT_EQ(loader->load(&source), kResultOk);
 }
 
 TEST(FLibraryLoader, RefusesWhatIsNoLibraryOrNoPath) {
