@@ -54,8 +54,6 @@ public:
     void retire(std::shared_ptr<HostObjectBase> object);
     void bury();
 
-    std::mutex& referenceLock() { return referenceLock_; }
-
 private:
     const std::thread::id mainThread_ = std::this_thread::get_id();
     GuestLife life_ = GuestLife::none;
@@ -64,7 +62,6 @@ private:
     std::vector<std::string> misuses_;
     std::set<HostObjectBase*> objects_;
     std::vector<std::shared_ptr<HostObjectBase>> retired_;
-    std::mutex referenceLock_; // guards the reference counts of all host objects
 };
 
 } // namespace tessera::host

@@ -1,9 +1,26 @@
 #include "host/objects/HostObjectBase.h"
 
+#include <map>
+#include <mutex>
 #include <string>
 #include <utility>
 
 namespace tessera::host {
+namespace {
+
+// The objects that a guest holds references of. Never destroyed: a guest's singletons give back what they hold as late
+// as the exit handlers of the process.
+struct KeptObjects {
+    std::mutex lock; // guards the map and every object's count
+    std::map<const HostObjectBase*, std::shared_ptr<HostObjectBase>> objects;
+};
+
+KeptObjects& kept() {
+    static KeptObjects* const instance = new KeptObjects;
+    return *instance;
+}
+
+} // namespace
 
 HostObjectBase::HostObjectBase(std::shared_ptr<GuestWatch> watch, const char* className)
     : watch_(std::move(watch)), className_(className) {
@@ -15,7 +32,7 @@ HostObjectBase::~HostObjectBase() {
 }
 
 int HostObjectBase::guestReferences() const {
-    const std::lock_guard guard(watch_->referenceLock());
+    const std::lock_guard guard(kept().lock);
     return guestReferences_;
 }
 
@@ -29,9 +46,9 @@ void HostObjectBase::reportReserved(const char* interfaceName, int slot) const {
 }
 
 std::uint32_t HostObjectBase::takeReference() {
-    const std::lock_guard guard(watch_->referenceLock());
+    const std::lock_guard guard(kept().lock);
     if (guestReferences_ == 0) {
-        self_ = shared_from_this();
+        kept().objects.emplace(this, shared_from_this());
     }
     return static_cast<std::uint32_t>(++guestReferences_);
 }
@@ -39,13 +56,12 @@ std::uint32_t HostObjectBase::takeReference() {
 std::uint32_t HostObjectBase::giveReference() {
     std::shared_ptr<HostObjectBase> last;
     {
-        const std::lock_guard guard(watch_->referenceLock());
+        const std::lock_guard guard(kept().lock);
         if (guestReferences_ > 0) {
             if (--guestReferences_ > 0) {
                 return static_cast<std::uint32_t>(guestReferences_);
             }
-            last = std::move(self_);
-            self_.reset();
+            last = std::move(kept().objects.extract(this).mapped());
         }
     }
     if (last == nullptr) {

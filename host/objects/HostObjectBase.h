@@ -2,7 +2,7 @@
 // the way to the watch.
 //
 // The host owns its objects by shared pointers. References that go through addRef and release are the guest's alone,
-// and are counted apart: as long as there is one the object keeps itself alive, and a count that doesn't go back to
+// and are counted apart: as long as there is one the object is kept alive, and a count that doesn't go back to
 // zero is a leak of the guest's, told by name. Counts may be changed from any thread.
 #pragma once
 
@@ -44,8 +44,7 @@ protected:
 private:
     const std::shared_ptr<GuestWatch> watch_;
     const char* const className_;
-    int guestReferences_ = 0;              // guarded by the watch's reference lock, as is the next
-    std::shared_ptr<HostObjectBase> self_; // set while the guest holds a reference
+    int guestReferences_ = 0; // guarded by the lock of those that are kept
 };
 
 } // namespace tessera::host
