@@ -268,7 +268,10 @@ bool FNFileSystem::move(FPath& path, const FPath& target) {
 
 bool FNFileSystem::moveTo(FNPath& path, const FNPath& target) {
     std::int32_t error = 0;
-    if (!platform::moveEntry(PathText(path), PathText(target), error)) {
+    // A name that stays as it is isn't taken by somebody else.
+    const bool stays = FPath::comparePaths(&path, &target, true) == 0;
+    if (stays ? platform::fileKindOf(PathText(path)) == platform::FileKind::missing
+              : !platform::moveEntry(PathText(path), PathText(target), error)) {
         return false;
     }
     const FNPath old(path);

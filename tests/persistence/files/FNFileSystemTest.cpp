@@ -316,6 +316,15 @@ TEST_F(FNFileSystemTest, RenamingNeverReplaces) {
     EXPECT_TRUE(notices().empty());
 }
 
+TEST_F(FNFileSystemTest, AFileMayKeepItsName) {
+    scratch_.write("file", "x");
+    FNPath file = path("file");
+    EXPECT_TRUE(files_.rename(file, "file"));
+    EXPECT_EQ(scratch_.read("file"), "x");
+    FNPath missing = path("missing");
+    EXPECT_FALSE(files_.rename(missing, "missing"));
+}
+
 TEST_F(FNFileSystemTest, WhatIsntThereOrGetsNoNameIsntRenamed) {
     FNPath missing = path("missing");
     EXPECT_FALSE(files_.rename(missing, "new"));
