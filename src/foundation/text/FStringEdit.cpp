@@ -73,42 +73,45 @@ private:
     bool maybe_[256] = {};
 };
 
-// Copies text to target with every occurrence of find replaced; both may be the same place when the text doesn't grow.
-// At most the given number of occurrences. Where the copy ends.
+// Where something occurs in a text, one place behind the other. The first places are kept, so that counting and then
+// copying searches most texts once.
 template <class Character>
-Character* copyReplaced(Character* target, std::basic_string_view<Character> text,
-                        std::basic_string_view<Character> find, std::basic_string_view<Character> with,
-                        std::size_t occurrences, FCase folding) {
-    const auto put = [&](std::basic_string_view<Character> part) {
-        if (!part.empty()) {
-            std::memmove(target, part.data(), part.size() * sizeof(Character));
+class Occurrences {
+public:
+    Occurrences(std::basic_string_view<Character> text, std::basic_string_view<Character> find, std::size_t most,
+                FCase folding)
+        : text_(text), find_(find), folding_(folding) {
+        std::size_t at = next(0);
+        while (count_ < most && at != FTextScan::kNothing) {
+            if (count_ < kKept) {
+                kept_[count_] = at;
+            }
+            ++count_;
+            at = count_ < most ? next(at + find.size()) : at;
         }
-        target += part.size();
-    };
-    for (; occurrences > 0; --occurrences) {
-        const std::size_t at = FTextScan::find(text, find, text.size(), folding);
-        put(text.substr(0, at));
-        put(with);
-        text.remove_prefix(at + find.size());
     }
-    put(text);
-    return target;
-}
 
-template <class Character>
-std::size_t countOccurrences(std::basic_string_view<Character> text, std::basic_string_view<Character> find,
-                             std::size_t most, FCase folding) {
-    std::size_t count = 0;
-    while (count < most) {
-        const std::size_t at = FTextScan::find(text, find, text.size(), folding);
-        if (at == FTextScan::kNothing) {
-            break;
-        }
-        ++count;
-        text.remove_prefix(at + find.size());
+    std::size_t count() const { return count_; }
+
+    // The place of the occurrence with this number; before is where the one in front of it ends.
+    std::size_t place(std::size_t number, std::size_t before) const {
+        return number < kKept ? kept_[number] : next(before);
     }
-    return count;
-}
+
+private:
+    static constexpr std::size_t kKept = 256;
+
+    std::size_t next(std::size_t from) const {
+        const std::size_t at = FTextScan::find(text_.substr(from), find_, text_.size(), folding_);
+        return at == FTextScan::kNothing ? at : from + at;
+    }
+
+    std::basic_string_view<Character> text_;
+    std::basic_string_view<Character> find_;
+    FCase folding_;
+    std::size_t count_ = 0;
+    std::size_t kept_[kKept];
+};
 
 } // namespace
 
@@ -277,7 +280,8 @@ void FString::replaceOccurrences(std::basic_string_view<Character> find, std::ba
         return;
     }
     const std::size_t most = occurrences == FOccurrences::first ? 1 : old.size();
-    const std::size_t found = countOccurrences(old, find, most, folding);
+    const Occurrences<Character> places(old, find, most, folding);
+    const std::size_t found = places.count();
     const std::size_t length = old.size() - found * find.size() + found * with.size();
     if (found == 0 || length > static_cast<std::size_t>(kMaximumLength)) {
         return;
@@ -286,7 +290,15 @@ void FString::replaceOccurrences(std::basic_string_view<Character> find, std::ba
     if (block == nullptr) {
         return;
     }
-    *copyReplaced(block, old, find, with, found, folding) = 0;
+    Character* target = block;
+    std::size_t copied = 0;
+    for (std::size_t i = 0; i < found; ++i) {
+        const std::size_t at = places.place(i, copied);
+        target = std::copy(old.data() + copied, old.data() + at, target);
+        target = std::copy(with.begin(), with.end(), target);
+        copied = at + find.size();
+    }
+    *std::copy(old.data() + copied, old.data() + old.size(), target) = 0;
     own(block, length, widthOf<Character>());
     count = found;
 }

@@ -84,8 +84,16 @@ int compareNumbers(NaturalWalk<Character>& a, NaturalWalk<Character>& b) {
 
 template <class Character>
 int compareNaturally(std::basic_string_view<Character> textA, std::basic_string_view<Character> textB, FCase folding) {
-    NaturalWalk<Character> a(textA);
-    NaturalWalk<Character> b(textB);
+    // What the two have in common decides nothing, except that a number has to be seen from its start.
+    std::size_t start = FTextScan::difference(textA, textB, folding);
+    if (start == FTextScan::kNothing) {
+        return 0;
+    }
+    while (start > 0 && FStringRef::isDigit(textA[start - 1])) {
+        --start;
+    }
+    NaturalWalk<Character> a(textA.substr(start));
+    NaturalWalk<Character> b(textB.substr(start));
     for (;;) {
         if (a.atDigit() && b.atDigit()) {
             const int order = compareNumbers(a, b);
@@ -113,6 +121,10 @@ int compareNaturally(std::basic_string_view<Character> textA, std::basic_string_
 } // namespace
 
 int FStringRef::compare(const FStringRef& other, std::int32_t length, FCase folding) const {
+    // The common case, without the way through copies and bounds.
+    if (length < 0 && isWide() && other.isWide() && !isEmpty() && !other.isEmpty()) {
+        return FTextScan::compare(view16(), other.view16(), folding);
+    }
     return compareAt(0, other, length, folding);
 }
 

@@ -2,13 +2,17 @@
 //
 // A block is sixteen 8-bit or eight 16-bit characters. Comparing blocks gives a mask whose characters have all bits set
 // where the answer is yes. The compiler's vectors are used rather than one processor's calls, so that the same lines
-// serve every machine that it compiles for.
+// serve every machine that it compiles for; one call of x86's is worth its exception, since every loop asks it.
 #pragma once
 
 #include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
 
 namespace tessera::textblocks {
 
@@ -50,26 +54,32 @@ inline Block<Character> asBlock(Mask mask) {
     return std::bit_cast<Block<Character>>(mask);
 }
 
+// One bit for each byte of the mask, the first byte lowest.
+template <class Mask>
+inline unsigned bitsOf(Mask mask) {
+#ifdef __SSE2__
+    return static_cast<unsigned>(_mm_movemask_epi8(std::bit_cast<__m128i>(mask)));
+#else
+    std::uint8_t bytes[16];
+    std::memcpy(bytes, &mask, sizeof bytes);
+    unsigned bits = 0;
+    for (unsigned i = 0; i < sizeof bytes; ++i) {
+        bits |= static_cast<unsigned>(bytes[i] >> 7) << i;
+    }
+    return bits;
+#endif
+}
+
 // The index of the first character that the mask marks, or kUnits.
 template <class Character>
 inline std::size_t firstMarked(Block<Character> mask) {
-    std::uint64_t halves[2];
-    std::memcpy(halves, &mask, sizeof halves);
-    if (halves[0] != 0) {
-        return static_cast<std::size_t>(std::countr_zero(halves[0])) / 8 / sizeof(Character);
-    }
-    if (halves[1] != 0) {
-        return (8 + static_cast<std::size_t>(std::countr_zero(halves[1])) / 8) / sizeof(Character);
-    }
-    return kUnits<Character>;
+    constexpr unsigned kBehindLast = 1u << 16;
+    return static_cast<std::size_t>(std::countr_zero(bitsOf(mask) | kBehindLast)) / sizeof(Character);
 }
-static_assert(std::endian::native == std::endian::little, "firstMarked counts from the low end of a word");
 
 template <class Character>
 inline bool anyMarked(Block<Character> mask) {
-    std::uint64_t halves[2];
-    std::memcpy(halves, &mask, sizeof halves);
-    return (halves[0] | halves[1]) != 0;
+    return bitsOf(mask) != 0;
 }
 
 // Capital ASCII letters made small, everything else as it is.

@@ -16,16 +16,16 @@ constexpr std::uint64_t largestGroup(std::uint64_t remainder, int count) {
     return value;
 }
 
-constexpr std::size_t groupSize(std::uint32_t tableSize) {
-    for (int count = 4; count > 1; --count) {
-        if (largestGroup(tableSize - 1, count) < kWrap) {
-            return static_cast<std::size_t>(count);
-        }
+// The largest table for which a group of so many characters stays within 32 bits.
+constexpr std::uint32_t largestTable(int count) {
+    std::uint64_t scale = 1;
+    for (int i = 0; i < count; ++i) {
+        scale *= 64;
     }
-    return 1;
+    return static_cast<std::uint32_t>((kWrap - 1 - largestGroup(0, count)) / scale) + 1;
 }
-
-static_assert(groupSize(50) == 4 && groupSize(256) == 3 && groupSize(1 << 21) == 1);
+static_assert(largestGroup(largestTable(4) - 1, 4) < kWrap && largestGroup(largestTable(4), 4) >= kWrap);
+static_assert(largestGroup(largestTable(2) - 1, 2) < kWrap && largestGroup(largestTable(2), 2) >= kWrap);
 
 std::uint32_t unit(char c) {
     return static_cast<std::uint32_t>(static_cast<signed char>(c));
@@ -39,14 +39,15 @@ std::uint32_t hashInGroups(std::basic_string_view<Character> text, std::uint32_t
     std::uint32_t h = 0;
     std::size_t i = 0;
     for (; i + Size <= text.size(); i += Size) {
-        std::uint32_t combined = h;
+        // The characters are added up first, so that only one step waits for the division before it.
+        std::uint32_t group = 0;
         std::uint32_t allBits = 0;
         for (std::size_t k = 0; k < Size; ++k) {
-            combined = combined * 64 + unit(text[i + k]);
+            group = group * 64 + unit(text[i + k]);
             allBits |= unit(text[i + k]);
         }
         if (allBits < 0x80) {
-            h = combined % tableSize;
+            h = ((h << (6 * Size)) + group) % tableSize;
             continue;
         }
         for (std::size_t k = 0; k < Size; ++k) {
@@ -64,16 +65,16 @@ std::uint32_t hashAnyText(std::basic_string_view<Character> text, std::uint32_t 
     if (tableSize == 0) {
         return 0;
     }
-    switch (groupSize(tableSize)) {
-    case 4:
+    if (tableSize <= largestTable(4)) {
         return hashInGroups<4>(text, tableSize);
-    case 3:
-        return hashInGroups<3>(text, tableSize);
-    case 2:
-        return hashInGroups<2>(text, tableSize);
-    default:
-        return hashInGroups<1>(text, tableSize);
     }
+    if (tableSize <= largestTable(3)) {
+        return hashInGroups<3>(text, tableSize);
+    }
+    if (tableSize <= largestTable(2)) {
+        return hashInGroups<2>(text, tableSize);
+    }
+    return hashInGroups<1>(text, tableSize);
 }
 
 } // namespace

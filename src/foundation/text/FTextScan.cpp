@@ -4,6 +4,7 @@
 #include "foundation/text/FTextBlocks.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstring>
 
 namespace tessera {
@@ -11,6 +12,7 @@ namespace {
 
 using textblocks::anyMarked;
 using textblocks::asBlock;
+using textblocks::bitsOf;
 using textblocks::Block;
 using textblocks::firstMarked;
 using textblocks::foldAscii;
@@ -38,16 +40,21 @@ Block<Character> stops(const Character* a, const Character* b) {
 template <class Character, FCase Folding>
 std::size_t nextStop(const Character* a, const Character* b, std::size_t i, std::size_t size) {
     constexpr std::size_t kStep = kUnits<Character>;
+    const auto stopsAt = [&](std::size_t at) { return stops<Character, Folding>(a + at, b + at); };
+    while (size - i >= 4 * kStep &&
+           !anyMarked<Character>(stopsAt(i) | stopsAt(i + kStep) | stopsAt(i + 2 * kStep) | stopsAt(i + 3 * kStep))) {
+        i += 4 * kStep;
+    }
     for (; size - i >= kStep; i += kStep) {
-        const Block<Character> mask = stops<Character, Folding>(a + i, b + i);
-        if (anyMarked<Character>(mask)) {
-            return i + firstMarked<Character>(mask);
+        const std::size_t at = firstMarked<Character>(stopsAt(i));
+        if (at != kStep) {
+            return i + at;
         }
     }
     if (i < size && size >= kStep) {
         // The last characters as one whole block that overlaps what was seen to be equal.
         const std::size_t start = size - kStep;
-        const std::size_t at = firstMarked<Character>(stops<Character, Folding>(a + start, b + start));
+        const std::size_t at = firstMarked<Character>(stopsAt(start));
         if (at == kStep) {
             return size;
         }
@@ -75,6 +82,9 @@ Character characterAt(std::basic_string_view<Character> text, std::size_t i) {
 template <class Character, FCase Folding>
 std::size_t decisivePosition(std::basic_string_view<Character> a, std::basic_string_view<Character> b) {
     const std::size_t common = std::min(a.size(), b.size());
+    if constexpr (Folding == FCase::exact) {
+        return nextStop<Character, Folding>(a.data(), b.data(), 0, common);
+    }
     for (std::size_t i = 0;; ++i) {
         i = nextStop<Character, Folding>(a.data(), b.data(), i, common);
         const Character left = characterAt<Character, Folding>(a, i);
@@ -116,9 +126,9 @@ std::size_t findExactCharacter(std::basic_string_view<Character> text, Character
     constexpr std::size_t kStep = kUnits<Character>;
     std::size_t i = 0;
     for (; text.size() - i >= kStep; i += kStep) {
-        const Block<Character> mask = isEqual<Character>(load(text.data() + i), c);
-        if (anyMarked<Character>(mask)) {
-            return i + firstMarked<Character>(mask);
+        const std::size_t at = firstMarked<Character>(isEqual<Character>(load(text.data() + i), c));
+        if (at != kStep) {
+            return i + at;
         }
     }
     for (; i < text.size(); ++i) {
@@ -134,23 +144,27 @@ bool matchesAt(const Character* text, std::basic_string_view<Character> needle) 
     return std::memcmp(text, needle.data(), needle.size() * sizeof(Character)) == 0;
 }
 
-// Blocks of positions are sifted by the first and the last character of the needle together, and what is left is
-// compared. positions is the number of positions at which the needle can stand.
+// Blocks of positions are sifted by the first, the second and the last character of the needle together, and what is
+// left is compared. positions is the number of positions at which the needle can stand.
 template <class Character>
 std::size_t findExact(std::basic_string_view<Character> text, std::basic_string_view<Character> needle,
                       std::size_t positions) {
     constexpr std::size_t kStep = kUnits<Character>;
+    constexpr unsigned kOne = (1u << sizeof(Character)) - 1;
     const std::size_t last = needle.size() - 1;
+    const std::size_t second = std::min<std::size_t>(1, last);
     std::size_t i = 0;
     for (; positions - i >= kStep; i += kStep) {
-        Block<Character> mask = isEqual<Character>(load(text.data() + i), needle.front()) &
-                                isEqual<Character>(load(text.data() + i + last), needle.back());
-        while (anyMarked<Character>(mask)) {
-            const std::size_t at = firstMarked<Character>(mask);
-            if (matchesAt(text.data() + i + at, needle)) {
-                return i + at;
+        const Character* const at = text.data() + i;
+        unsigned bits = bitsOf(isEqual<Character>(load(at), needle.front()) &
+                               isEqual<Character>(load(at + second), needle[second]) &
+                               isEqual<Character>(load(at + last), needle.back()));
+        while (bits != 0) {
+            const auto bit = static_cast<unsigned>(std::countr_zero(bits));
+            if (matchesAt(at + bit / sizeof(Character), needle)) {
+                return i + bit / sizeof(Character);
             }
-            mask[at] = 0;
+            bits &= ~(kOne << bit);
         }
     }
     for (; i < positions; ++i) {
