@@ -28,10 +28,6 @@ std::unique_ptr<SoundFileWriter> SoundFileWriter::create(const std::string& path
     }
     // The peak chunk holds the time of writing: two copies of one sound would differ.
     sf_command(file, SFC_SET_ADD_PEAK_CHUNK, nullptr, SF_FALSE);
-    // A file in the 64-bit form that stayed small ends as plain WAV, which everybody reads.
-    if ((format.container & SF_FORMAT_TYPEMASK) == SF_FORMAT_RF64) {
-        sf_command(file, SFC_RF64_AUTO_DOWNGRADE, nullptr, SF_TRUE);
-    }
     return std::unique_ptr<SoundFileWriter>(new SoundFileWriter(file, path, format));
 }
 
