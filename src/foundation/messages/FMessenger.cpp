@@ -3,7 +3,7 @@
 #include "foundation/containers/CmString.h"
 #include "foundation/messages/FPostedMessage.h"
 #include "foundation/messages/IMessageHook.h"
-#include "foundation/messages/IMessageTarget.h"
+#include "foundation/messages/MessageReceiver.h"
 #include "foundation/object/CmDelegatingUnknown.h"
 #include "foundation/object/FSingletonList.h"
 #include "foundation/threads/FLockGuard.h"
@@ -19,30 +19,15 @@ constinit std::atomic<FMessenger*> installed{nullptr};
 // The process's post office stands from the start of the module to its end.
 FMessenger processMessenger;
 
-// A target is known by its identity: whoever posts may hold another of its interfaces than the target itself, which
-// removes its messages at its end.
-IBaseUnknown* identityOf(IBaseUnknown* target) {
-    const auto identity = queryFor<IBaseUnknown>(target);
-    return identity ? identity.get() : target;
-}
-
-std::int32_t handOver(IBaseUnknown* target, FMessage* message) {
-    if (const auto foreign = queryFor<IMessageTarget>(target)) {
-        return foreign->receiveMessage(message);
-    }
-    CmObject* object = asCmObject(target);
-    return object != nullptr ? object->receiveMessage(message) : 0;
-}
-
-bool holds(const CmQueue& queue, const IBaseUnknown* target, const FStringRef& name) {
-    return queue.findFirst([&](CmObject* entry) { return static_cast<FPostedMessage*>(entry)->fits(target, name); }) !=
-           nullptr;
+bool holds(const CmQueue& queue, const IBaseUnknown* identity, const FStringRef& name) {
+    return queue.findFirst(
+               [&](CmObject* entry) { return static_cast<FPostedMessage*>(entry)->fits(identity, name); }) != nullptr;
 }
 
 // Takes every fitting entry out; the rest keeps its order.
-void removeFitting(CmQueue& queue, const IBaseUnknown* target, const FStringRef& name) {
+void removeFitting(CmQueue& queue, const IBaseUnknown* identity, const FStringRef& name) {
     for (std::int32_t left = queue.getCount(); left > 0; --left) {
-        if (static_cast<FPostedMessage*>(queue.at(0))->fits(target, name)) {
+        if (static_cast<FPostedMessage*>(queue.at(0))->fits(identity, name)) {
             queue.dequeue()->release();
         } else {
             queue.moveFirstTo(queue);
@@ -87,12 +72,12 @@ void FMessenger::postMessage(IBaseUnknown* target, FMessage* message, Coalesce c
     if (target == nullptr || !keep) {
         return;
     }
-    IBaseUnknown* identity = identityOf(target);
+    const MessageReceiver receiver = MessageReceiver::of(target);
     const FLockGuard guard(queueLock_);
-    if (coalesce == Coalesce::sameTargetAndName && holds(pending_, identity, message->getNameText())) {
+    if (coalesce == Coalesce::sameTargetAndName && holds(pending_, receiver.identity, message->getNameText())) {
         return;
     }
-    auto* entry = new FPostedMessage(keep.detach(), identity, delay);
+    auto* entry = new FPostedMessage(keep.detach(), receiver, delay);
     if (!pending_.enqueue(entry)) {
         entry->release();
     }
@@ -114,7 +99,7 @@ void FMessenger::deliverMessages() {
     // its own.
     while (auto* next = static_cast<FPostedMessage*>(ready_.dequeue())) {
         const auto entry = FRefPtr<FPostedMessage>::adopt(next);
-        handOver(entry->getTarget(), entry->getMessage());
+        entry->getReceiver().handOver(entry->getMessage());
     }
 }
 
@@ -122,7 +107,7 @@ void FMessenger::removeMessages(IBaseUnknown* target, const char* name) {
     if (target == nullptr) {
         return;
     }
-    const IBaseUnknown* identity = identityOf(target);
+    const IBaseUnknown* identity = MessageReceiver::of(target).identity;
     const FLockGuard delivery(deliveryLock_);
     const FLockGuard queue(queueLock_);
     removeFitting(pending_, identity, name);
@@ -130,7 +115,7 @@ void FMessenger::removeMessages(IBaseUnknown* target, const char* name) {
 }
 
 bool FMessenger::hasMessages(IBaseUnknown* target, const char* name) {
-    const IBaseUnknown* identity = target != nullptr ? identityOf(target) : nullptr;
+    const IBaseUnknown* identity = MessageReceiver::of(target).identity;
     const FLockGuard guard(queueLock_);
     if (target == nullptr && name == nullptr) {
         return !pending_.isEmpty();
@@ -191,7 +176,7 @@ std::int32_t FMessenger::sendTo(const char* name, FMessage* message, HookUse hoo
         return 0;
     }
     callHook(name, target.get(), message, hook);
-    return handOver(target.get(), message);
+    return MessageReceiver::of(target.get()).handOver(message);
 }
 
 bool FMessenger::postTo(const char* name, FMessage* message, HookUse hook) {
@@ -276,7 +261,7 @@ bool FMessenger::sendToGroup(std::int32_t id, FMessage* message) {
         return false;
     }
     for (const auto& target : *members) {
-        handOver(target.get(), message);
+        MessageReceiver::of(target.get()).handOver(message);
     }
     return true;
 }

@@ -2,8 +2,8 @@
 
 namespace tessera {
 
-FPostedMessage::FPostedMessage(FMessage* message, IBaseUnknown* target, std::int32_t delay)
-    : message_(FRefPtr<FMessage>::adopt(message)), target_(target), delay_(delay) {}
+FPostedMessage::FPostedMessage(FMessage* message, const MessageReceiver& receiver, std::int32_t delay)
+    : message_(FRefPtr<FMessage>::adopt(message)), receiver_(receiver), delay_(delay) {}
 
 bool FPostedMessage::isDue() {
     if (delay_ < 1) {
@@ -13,8 +13,9 @@ bool FPostedMessage::isDue() {
     return false;
 }
 
-bool FPostedMessage::fits(const IBaseUnknown* target, const FStringRef& name) const {
-    return (target == nullptr || target == target_) && (name.isNull() || message_->getNameText() == name);
+bool FPostedMessage::fits(const IBaseUnknown* identity, const FStringRef& name) const {
+    return (identity == nullptr || identity == receiver_.identity) &&
+           (name.isNull() || message_->getNameText() == name);
 }
 
 } // namespace tessera
