@@ -119,18 +119,18 @@ void ServiceDiscovery::unregisterService(const ServiceId& id) {
 }
 
 void ServiceDiscovery::scan() {
-    const auto takeIn = [this](const Uri& entry) {
+    const auto look = [this](const Uri& entry) {
         ServiceRecord record = ServiceRecord::forPath(entry.path);
         if (isOurName(record.name)) {
             record.readFile();
             if (record.isAlive()) {
-                serviceAppeared(entry.path);
+                takeIn(std::move(record));
             }
         }
         return true;
     };
     if (!folder_.empty()) {
-        static_cast<void>(fileSystem().walk(Uri::fromPath(folder_), takeIn, kWalkFolderAlone));
+        static_cast<void>(fileSystem().walk(Uri::fromPath(folder_), look, kWalkFolderAlone));
     }
 }
 
@@ -183,11 +183,18 @@ void ServiceDiscovery::serviceAppeared(const std::string& path) {
         return;
     }
     record.readFile();
-    if (!record.isAlive()) {
-        // The file stays: it is its service's to overwrite, and nobody else's to delete.
+    // The file of a dead process stays: it is its service's to overwrite, and nobody else's to delete.
+    if (record.isAlive()) {
+        takeIn(std::move(record));
+    }
+}
+
+void ServiceDiscovery::takeIn(ServiceRecord record) {
+    if (record.name == ownName_) {
         return;
     }
-    if (exitWatcher_) {
+    // Services of one process need one watch: its end takes them all.
+    if (exitWatcher_ && exitWatcher_->processId() != record.processId) {
         exitWatcher_->watch(record.processId, [anchor = std::weak_ptr<Anchor>(anchor_)](int processId) {
             if (const auto held = anchor.lock()) {
                 held->owner->removeByProcessId(processId);

@@ -71,6 +71,8 @@ private:
 
     std::string pathOf(const std::string& name) const;
     void serviceAppeared(const std::string& path);
+    // A record that is alive.
+    void takeIn(ServiceRecord record);
     template <class Predicate>
     void removeRecords(Predicate goes);
     void tell(const ServiceRecord& record, ServiceCallback ServiceObserver::*callback);

@@ -1,4 +1,4 @@
-#include "foundation/containers/CmBTree.h"
+#include "foundation/containers/CmBTreeNode.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -6,72 +6,14 @@
 
 namespace tessera {
 
-// keys and children follow the head in one block. There is one key slot more than a full node needs, so that an
-// insertion can overfill the node before it is split. All slots start zeroed; in a leaf no child is ever set.
-struct CmBTree::Node {
-    std::int32_t n;
-    std::int32_t order;
-    Node* parent;
-
-    static std::size_t sizeFor(std::int32_t order) {
-        const auto slots = static_cast<std::size_t>(order);
-        return sizeof(Node) + slots * sizeof(CmObject*) + (slots + 1) * sizeof(Node*);
-    }
-
-    CmObject** keys() { return reinterpret_cast<CmObject**>(this + 1); }
-    CmObject* const* keys() const { return reinterpret_cast<CmObject* const*>(this + 1); }
-    Node** children() { return reinterpret_cast<Node**>(keys() + order); }
-    Node* const* children() const { return reinterpret_cast<Node* const*>(keys() + order); }
-
-    bool isLeaf() const { return children()[0] == nullptr; }
-    // A node with fewer keys borrows or merges.
-    std::int32_t minimum() const { return order / 2 - (order % 2 == 0 ? 1 : 0); }
-
-    std::int32_t indexInParent() const {
-        std::int32_t index = 0;
-        while (parent->children()[index] != this) {
-            ++index;
-        }
-        return index;
-    }
-
-    void setChild(std::int32_t index, Node* child) {
-        children()[index] = child;
-        if (child != nullptr) {
-            child->parent = this;
-        }
-    }
-
-    // Opens a slot for a key, and one for the child to its right.
-    void insert(std::int32_t index, CmObject* key, Node* right) {
-        std::copy_backward(keys() + index, keys() + n, keys() + n + 1);
-        std::copy_backward(children() + index + 1, children() + n + 1, children() + n + 2);
-        keys()[index] = key;
-        setChild(index + 1, right);
-        ++n;
-    }
-
-    // Takes a key out, and the child to its right.
-    void erase(std::int32_t index) {
-        std::copy(keys() + index + 1, keys() + n, keys() + index);
-        std::copy(children() + index + 2, children() + n + 1, children() + index + 1);
-        --n;
-        keys()[n] = nullptr;
-        children()[n + 1] = nullptr;
-    }
-
-    // A key from the parent, then all of the right-hand sibling.
-    void absorb(CmObject* between, const Node* sibling) {
-        keys()[n++] = between;
-        setChild(n, sibling->children()[0]);
-        for (std::int32_t index = 0; index < sibling->n; ++index) {
-            keys()[n++] = sibling->keys()[index];
-            setChild(n, sibling->children()[index + 1]);
-        }
-    }
-};
-
 namespace {
+
+// Looks for an element by its own compare and isEqual.
+struct ElementProbe {
+    const CmObject* element;
+    int compare(const CmObject* key) const { return element->compare(key); }
+    bool isEqual(const CmObject* key) const { return key->isEqual(element); }
+};
 
 template <class Node>
 Node* leftmost(Node* node) {
@@ -87,29 +29,6 @@ Node* rightmost(Node* node) {
         node = node->children()[node->n];
     }
     return node;
-}
-
-// The child under which the element belongs, and how the element compares with the key to that child's left; the first
-// and the last key are asked first, then the others from the end.
-struct Step {
-    std::int32_t child;
-    int orderToLeft;
-};
-
-template <class Node>
-Step stepDown(const Node* node, const CmObject* element) {
-    CmObject* const* keys = node->keys();
-    const int toFirst = element->compare(keys[0]);
-    if (toFirst < 0 || node->n == 1) {
-        return {toFirst < 0 ? 0 : 1, toFirst};
-    }
-    for (std::int32_t index = node->n - 1; index > 0; --index) {
-        const int order = element->compare(keys[index]);
-        if (order >= 0) {
-            return {index + 1, order};
-        }
-    }
-    return {1, toFirst};
 }
 
 template <class Position>
@@ -195,7 +114,7 @@ CmBTree* CmBTree::clone() const {
 }
 
 bool CmBTree::add(CmObject* element) {
-    return element != nullptr && insertAtPlace(placeFor(element, nullptr), element);
+    return element != nullptr && insertAtPlace(placeFor(ElementProbe{element}, nullptr), element);
 }
 
 bool CmBTree::removeAtIterator(CmIterator& iterator) {
@@ -274,27 +193,13 @@ std::int32_t CmBTree::rootKeyCount() const {
 CmBTree::Position CmBTree::locate(const CmObject* element) const {
     Position equal;
     if (element != nullptr) {
-        placeFor(element, &equal);
+        placeFor(ElementProbe{element}, &equal);
     }
     return equal;
 }
 
 CmObject* CmBTree::elementAt(const Position& position) const {
     return position.node != nullptr ? position.node->keys()[position.index] : nullptr;
-}
-
-CmBTree::Place CmBTree::placeFor(const CmObject* element, Position* equal) const {
-    Place place;
-    for (Node* node = root_; node != nullptr; node = node->children()[place.index]) {
-        const Step step = stepDown(node, element);
-        place = {node, step.child};
-        if (equal != nullptr && step.child > 0 && step.orderToLeft == 0 &&
-            node->keys()[step.child - 1]->isEqual(element)) {
-            *equal = {node, step.child - 1};
-            break;
-        }
-    }
-    return place;
 }
 
 bool CmBTree::insertAtPlace(const Place& place, CmObject* element) {
@@ -374,10 +279,11 @@ void CmBTree::insertKey(Node* node, std::int32_t index, CmObject* key, Node*& sp
         CmObject* median = node->keys()[middle];
         sibling->setChild(0, node->children()[middle + 1]);
         for (std::int32_t moved = middle + 1; moved < node->n; ++moved) {
-            sibling->insert(sibling->n, node->keys()[moved], node->children()[moved + 1]);
+            sibling->keys()[sibling->n++] = std::exchange(node->keys()[moved], nullptr);
+            sibling->setChild(sibling->n, std::exchange(node->children()[moved + 1], nullptr));
         }
-        std::fill(node->keys() + middle, node->keys() + node->n, nullptr);
-        std::fill(node->children() + middle + 1, node->children() + node->n + 1, nullptr);
+        node->keys()[middle] = nullptr;
+        node->children()[middle + 1] = nullptr;
         node->n = middle;
         if (node->parent == nullptr) {
             root_ = takeSpare();

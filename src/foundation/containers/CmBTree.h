@@ -55,7 +55,8 @@ protected:
     Position locate(const CmObject* element) const;
     CmObject* elementAt(const Position& position) const;
     // With equal given, the way down ends at the first equal element, which is stored there.
-    Place placeFor(const CmObject* element, Position* equal) const;
+    template <class Probe>
+    Place placeFor(const Probe& probe, Position* equal) const;
     bool insertAtPlace(const Place& place, CmObject* element);
     bool removeAtPosition(const Position& position);
 

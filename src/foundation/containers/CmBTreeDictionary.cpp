@@ -1,8 +1,25 @@
 #include "foundation/containers/CmBTreeDictionary.h"
 
+#include "foundation/containers/CmBTreeNode.h"
+
 #include <new>
 
 namespace tessera {
+
+namespace {
+
+const CmObject* keyOf(const CmObject* element) {
+    return static_cast<const CmAssociation*>(element)->getKey();
+}
+
+// Looks for a key as an association with that key would: add lets nothing in here but associations with a key.
+struct KeyProbe {
+    const CmObject* key;
+    int compare(const CmObject* element) const { return key->compare(keyOf(element)); }
+    bool isEqual(const CmObject* element) const { return keyOf(element)->isEqual(key); }
+};
+
+} // namespace
 
 CmBTreeDictionary::~CmBTreeDictionary() {
     // Here and not in the tree's destructor, where dropKey would no longer know of keys and values.
@@ -21,7 +38,7 @@ bool CmBTreeDictionary::add(CmObject* element) {
         return false;
     }
     Position equal;
-    const Place place = placeFor(association, &equal);
+    const Place place = placeFor(KeyProbe{association->getKey()}, &equal);
     return equal.node == nullptr && insertAtPlace(place, element);
 }
 
@@ -29,9 +46,8 @@ bool CmBTreeDictionary::set(CmObject* key, CmObject* value) {
     if (key == nullptr) {
         return false;
     }
-    const CmAssociation wanted(key, nullptr);
     Position equal;
-    const Place place = placeFor(&wanted, &equal);
+    const Place place = placeFor(KeyProbe{key}, &equal);
     if (equal.node != nullptr) {
         return false;
     }
@@ -69,8 +85,7 @@ bool CmBTreeDictionary::replace(CmObject* key, CmObject* value) {
 }
 
 bool CmBTreeDictionary::removeKey(const CmObject* key) {
-    const CmAssociation wanted(const_cast<CmObject*>(key), nullptr);
-    return removeAtPosition(locate(&wanted));
+    return removeAtPosition(locateKey(key));
 }
 
 CmObject* CmBTreeDictionary::get(const CmObject* key) const {
@@ -79,8 +94,15 @@ CmObject* CmBTreeDictionary::get(const CmObject* key) const {
 }
 
 CmAssociation* CmBTreeDictionary::getAssociation(const CmObject* key) const {
-    const CmAssociation wanted(const_cast<CmObject*>(key), nullptr);
-    return static_cast<CmAssociation*>(find(&wanted));
+    return static_cast<CmAssociation*>(elementAt(locateKey(key)));
+}
+
+CmBTree::Position CmBTreeDictionary::locateKey(const CmObject* key) const {
+    Position equal;
+    if (key != nullptr) {
+        placeFor(KeyProbe{key}, &equal);
+    }
+    return equal;
 }
 
 void CmBTreeDictionary::retainKey(CmObject* element) const {

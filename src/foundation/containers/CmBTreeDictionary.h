@@ -38,6 +38,9 @@ protected:
     void retainKey(CmObject* element) const override;
     void dropKey(CmObject* element) const override;
     void discard(CmObject* element) const override;
+
+private:
+    Position locateKey(const CmObject* key) const;
 };
 
 } // namespace tessera

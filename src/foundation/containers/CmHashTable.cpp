@@ -1,6 +1,7 @@
 #include "foundation/containers/CmHashTable.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <new>
 #include <utility>
 
@@ -108,10 +109,11 @@ bool CmHashTable::add(CmObject* element) {
         // A table that can't grow goes on with longer lists.
         rehash(size_ > kMaximumSize / kGrowth ? kMaximumSize : size_ * kGrowth);
     }
-    auto* node = new (std::nothrow) Node{nullptr, element};
+    auto* node = static_cast<Node*>(std::malloc(sizeof(Node)));
     if (node == nullptr) {
         return false;
     }
+    *node = {nullptr, element};
     append(buckets_[bucketOf(element)], node);
     ++count_;
     retain(element);
@@ -148,7 +150,7 @@ bool CmHashTable::removeAt(std::int32_t index) {
 }
 
 void CmHashTable::removeAll() {
-    for (std::int32_t index = 0; index < size_; ++index) {
+    for (std::int32_t index = 0; count_ > 0 && index < size_; ++index) {
         while (buckets_[index].head != nullptr) {
             removeNode({index, nullptr, buckets_[index].head});
         }
@@ -271,7 +273,7 @@ void CmHashTable::removeNode(const Position& position) {
     --bucket.count;
     --count_;
     CmObject* element = position.node->element;
-    delete position.node;
+    std::free(position.node);
     drop(element);
 }
 

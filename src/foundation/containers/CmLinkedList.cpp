@@ -1,6 +1,6 @@
 #include "foundation/containers/CmLinkedList.h"
 
-#include <new>
+#include <cstdlib>
 #include <utility>
 
 namespace tessera {
@@ -80,7 +80,15 @@ CmLinkedList* CmLinkedList::clone() const {
 }
 
 bool CmLinkedList::add(CmObject* element) {
-    return insertAfter(tail_, element);
+    Node* node = element != nullptr ? newNode(element, nullptr) : nullptr;
+    if (node == nullptr) {
+        return false;
+    }
+    (tail_ != nullptr ? tail_->next : head_) = node;
+    tail_ = node;
+    ++size_;
+    retain(element);
+    return true;
 }
 
 bool CmLinkedList::prepend(CmObject* element) {
@@ -191,12 +199,20 @@ CmLinkedList::Node* CmLinkedList::nodeBeforeIndex(std::int32_t index) const {
     return before;
 }
 
+CmLinkedList::Node* CmLinkedList::newNode(CmObject* element, Node* next) {
+    auto* node = static_cast<Node*>(std::malloc(sizeof(Node)));
+    if (node != nullptr) {
+        *node = {next, element};
+    }
+    return node;
+}
+
 bool CmLinkedList::insertAfter(Node* before, CmObject* element) {
     if (element == nullptr) {
         return false;
     }
     Node* following = before != nullptr ? before->next : head_;
-    Node* node = new (std::nothrow) Node{following, element};
+    Node* node = newNode(element, following);
     if (node == nullptr) {
         return false;
     }
@@ -218,7 +234,7 @@ CmObject* CmLinkedList::takeAfter(Node* before) {
     }
     --size_;
     CmObject* element = node->element;
-    delete node;
+    std::free(node);
     return element;
 }
 

@@ -45,6 +45,7 @@ private:
     class Iterator;
 
     Node* nodeBeforeIndex(std::int32_t index) const;
+    static Node* newNode(CmObject* element, Node* next);
     bool insertAfter(Node* before, CmObject* element);
     CmObject* takeAfter(Node* before);
 

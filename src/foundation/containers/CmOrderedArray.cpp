@@ -1,5 +1,7 @@
 #include "foundation/containers/CmOrderedArray.h"
 
+#include <algorithm>
+
 namespace tessera {
 
 CmOrderedArray* CmOrderedArray::clone() const {
@@ -26,19 +28,25 @@ std::int32_t CmOrderedArray::indexOf(const CmObject* element) const {
         return CmArrayForm::indexOf(element);
     }
     std::int32_t low = 0;
-    std::int32_t high = count_;
-    while (low < high) {
-        std::int32_t middle = low + (high - low) / 2;
+    std::int32_t index = count_;
+    int orderAtIndex = 1;
+    while (low < index) {
+        const std::int32_t middle = low + (index - low) / 2;
         const int order = element->compare(data_[middle]);
-        if (order == 0) {
-            while (middle > 0 && data_[middle - 1]->isEqual(element)) {
-                --middle;
-            }
-            return middle;
+        if (order > 0) {
+            low = middle + 1;
+        } else {
+            index = middle;
+            orderAtIndex = order;
         }
-        (order < 0 ? high : low) = order < 0 ? middle : middle + 1;
     }
-    return -1;
+    if (orderAtIndex != 0) {
+        return -1;
+    }
+    while (index > 0 && data_[index - 1]->isEqual(element)) {
+        --index;
+    }
+    return index;
 }
 
 bool CmOrderedArray::insertAt(std::int32_t index, CmObject* element) {
@@ -52,24 +60,12 @@ bool CmOrderedArray::setAt(std::int32_t index, CmObject* element) {
 }
 
 std::int32_t CmOrderedArray::insertionIndex(const CmObject* element) const {
-    // The ends first: lists are often filled in order, one way or the other.
-    if (count_ == 0 || element->compare(data_[0]) < 0) {
-        return 0;
-    }
-    if (element->compare(data_[count_ - 1]) >= 0) {
+    // The end first: lists are often filled in order.
+    if (count_ == 0 || element->compare(data_[count_ - 1]) >= 0) {
         return count_;
     }
-    std::int32_t low = 1;
-    std::int32_t high = count_ - 1;
-    while (low < high) {
-        const std::int32_t middle = low + (high - low) / 2;
-        if (element->compare(data_[middle]) < 0) {
-            high = middle;
-        } else {
-            low = middle + 1;
-        }
-    }
-    return low;
+    const auto sortsBelow = [](const CmObject* a, const CmObject* b) { return a->compare(b) < 0; };
+    return static_cast<std::int32_t>(std::upper_bound(data_, data_ + count_ - 1, element, sortsBelow) - data_);
 }
 
 bool CmOrderedArray::fitsBetween(std::int32_t below, const CmObject* element, std::int32_t above) const {

@@ -70,7 +70,7 @@ const std::string_view kLineEnding = "\n";
 std::optional<std::string> readSmallFile(const std::string& path, std::size_t limit) {
     // Without O_NONBLOCK a pipe that lies in the folder would hold the caller for good.
     const Descriptor file(path, O_RDONLY | O_NONBLOCK);
-    if (!file.isOpen() || !isPlainFile(file.number())) {
+    if (!file.isOpen()) {
         return std::nullopt;
     }
     std::string bytes;
@@ -88,6 +88,10 @@ std::optional<std::string> readSmallFile(const std::string& path, std::size_t li
         if (static_cast<std::size_t>(got) < wanted) {
             break;
         }
+    }
+    // What gives bytes may be read; what gives none is asked whether it's a file at all.
+    if (bytes.empty() && !isPlainFile(file.number())) {
+        return std::nullopt;
     }
     return bytes;
 }
