@@ -78,6 +78,17 @@ TEST(CodePages, OnlyTheSystemPageStandsForAnother) {
     EXPECT_EQ(platform::resolveCodePage(CodePage::utf8), CodePage::utf8);
 }
 
+TEST(CodePages, MorePagesThanAreKeptOpenAreServedInAnyOrder) {
+    for (int round = 0; round < 3; ++round) {
+        for (const std::uint32_t page : {1250u, 1251u, 1252u, 1253u, 1254u, 437u}) {
+            EXPECT_EQ(widened(static_cast<CodePage>(page), "text"), u"text") << page;
+            EXPECT_EQ(narrowed(static_cast<CodePage>(page), u"text"), "text") << page;
+        }
+        EXPECT_EQ(widened(static_cast<CodePage>(1251), "\xc6"), u"\u0416");
+        EXPECT_EQ(narrowed(static_cast<CodePage>(437), u"\u00e9"), "\x82");
+    }
+}
+
 TEST(CodePages, ThreadsConvertAtTheSameTime) {
     std::vector<std::thread> threads;
     std::vector<int> wrong(4, 0);

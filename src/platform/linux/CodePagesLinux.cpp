@@ -1,14 +1,14 @@
 #include "platform/CodePages.h"
 
 #include <cerrno>
-#include <clocale>
-#include <cstring>
+#include <iterator>
 #include <string>
 #include <string_view>
 
 #include <iconv.h>
 #include <langinfo.h>
 #include <locale.h>
+#include <pthread.h>
 
 namespace tessera::platform {
 namespace {
@@ -49,22 +49,38 @@ constexpr const char* kUnits = __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__ ? "UTF-
 
 const iconv_t kNoConverter = reinterpret_cast<iconv_t>(-1);
 
-// One direction of one code page, as the thread last used it. Texts in a row mostly share the page.
+// Opening and closing loads and unloads a library of the system's, which does its own locking. It is done under a lock
+// of ours all the same, so that the thread sanitizer, which can't see theirs, follows the order.
+pthread_mutex_t loading = PTHREAD_MUTEX_INITIALIZER;
+
+class LoadingGuard {
+public:
+    LoadingGuard() { pthread_mutex_lock(&loading); }
+    LoadingGuard(const LoadingGuard&) = delete;
+    LoadingGuard& operator=(const LoadingGuard&) = delete;
+    ~LoadingGuard() { pthread_mutex_unlock(&loading); }
+};
+
+// One direction of one code page.
 class Converter {
 public:
-    explicit Converter(bool widens) : widens_(widens) {}
+    Converter() = default;
     Converter(const Converter&) = delete;
     Converter& operator=(const Converter&) = delete;
     ~Converter() { close(); }
 
-    // Null for a page that the system doesn't know.
-    iconv_t select(CodePage page) {
-        if (page != page_ || handle_ == kNoConverter) {
-            close();
-            const std::string name = converterName(page);
-            handle_ = widens_ ? iconv_open(kUnits, name.c_str()) : iconv_open(name.c_str(), kUnits);
-            page_ = page;
-        }
+    bool serves(CodePage page) const { return handle_ != kNoConverter && page == page_; }
+
+    void open(CodePage page, bool widens) {
+        close();
+        const LoadingGuard guard;
+        const std::string name = converterName(page);
+        handle_ = widens ? iconv_open(kUnits, name.c_str()) : iconv_open(name.c_str(), kUnits);
+        page_ = page;
+    }
+
+    // In its initial state; null when the system doesn't know the page.
+    iconv_t fresh() const {
         if (handle_ == kNoConverter) {
             return nullptr;
         }
@@ -75,24 +91,47 @@ public:
 private:
     void close() {
         if (handle_ != kNoConverter) {
+            const LoadingGuard guard;
             iconv_close(handle_);
             handle_ = kNoConverter;
         }
     }
 
-    bool widens_;
     CodePage page_ = CodePage::system;
     iconv_t handle_ = kNoConverter;
 };
 
+// One direction, for the pages that a thread used last. There are few of them, and a new one replaces the oldest.
+class Converters {
+public:
+    explicit Converters(bool widens) : widens_(widens) {}
+
+    iconv_t select(CodePage page) {
+        for (const Converter& converter : kept_) {
+            if (converter.serves(page)) {
+                return converter.fresh();
+            }
+        }
+        Converter& converter = kept_[oldest_];
+        oldest_ = (oldest_ + 1) % std::size(kept_);
+        converter.open(page, widens_);
+        return converter.fresh();
+    }
+
+private:
+    bool widens_;
+    std::size_t oldest_ = 0;
+    Converter kept_[4];
+};
+
 iconv_t widener(CodePage page) {
-    thread_local Converter converter(true);
-    return converter.select(page);
+    thread_local Converters converters(true);
+    return converters.select(page);
 }
 
 iconv_t narrower(CodePage page) {
-    thread_local Converter converter(false);
-    return converter.select(page);
+    thread_local Converters converters(false);
+    return converters.select(page);
 }
 
 // Where converted text goes: into the caller's room, or, for measuring, over and over into a small block of its own.
