@@ -119,9 +119,6 @@ void FAttributeValue::setObject(CmObject* object, std::uint16_t holding) {
 }
 
 void FAttributeValue::setForeign(IBaseUnknown* object, std::uint16_t holding) {
-    if (hasType(kForeign) && pointer() == object) {
-        return;
-    }
     if (object == nullptr) {
         clear();
         return;

@@ -62,10 +62,10 @@ public:
     // Null is the empty text.
     void setString8(const char* text, TextHolding holding = TextHolding::copied);
     void setString16(const char16_t* text, TextHolding holding = TextHolding::copied);
-    // holding: kByReference takes a reference, kOwned takes over the caller's; 0 only points at the object. An object
-    // that is held already stays as it is.
+    // holding: kByReference takes a reference, kOwned takes over the caller's; 0 only points at the object. When the
+    // value is this very object already nothing happens: it stays held as it is, and the caller keeps its reference.
     void setObject(CmObject* object, std::uint16_t holding);
-    // With kByReference a reference is taken; 0 only points at it.
+    // The same three ways.
     void setForeign(IBaseUnknown* object, std::uint16_t holding);
     void setPointer(void* pointer);
     // Gives up what is held; no value remains, only the marks.

@@ -178,6 +178,10 @@ FResult FMessage::setObject(const char* key, IBaseUnknown* object, bool own) {
     if (attribute == nullptr) {
         return kResultFailure;
     }
+    if (own) {
+        // The reference that comes is taken even if the object is there already.
+        attribute->clear();
+    }
     const std::uint16_t holding = own ? AttributeBits::kOwned : AttributeBits::kByReference;
     if (CmObject* ours = asCmObject(object)) {
         attribute->setObject(ours, holding);

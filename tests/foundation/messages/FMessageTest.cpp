@@ -135,10 +135,25 @@ TEST(FMessage, HoldsObjectsSharedOrOwned) {
     EXPECT_EQ(OrderedNumber::alive, before);
 }
 
+TEST(FMessage, AnOwnedObjectSetAgainGivesItsFirstReferenceBack) {
+    OrderedNumber number(1);
+    {
+        FMessage message;
+        for (int i = 0; i < 2; ++i) {
+            number.addRef();
+            message.setObject("key", &number, true);
+            EXPECT_EQ(number.getReferenceCount(), 2u);
+        }
+    }
+    EXPECT_EQ(number.getReferenceCount(), 1u);
+}
+
 TEST(FMessage, HoldsForeignObjects) {
     Foreign foreign;
     {
         FMessage message;
+        message.setObject("foreign", &foreign, false);
+        EXPECT_EQ(foreign.references, 2u);
         message.setObject("foreign", &foreign, false);
         EXPECT_EQ(foreign.references, 2u);
         IBaseUnknown* object = nullptr;
