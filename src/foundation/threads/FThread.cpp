@@ -22,12 +22,12 @@ void setThreadObserver(FThreadObserver* newObserver) {
     observer.store(newObserver);
 }
 
-FPriorityValue threadPriorityValue(std::int32_t level, std::uint32_t processClass) {
+std::optional<std::int32_t> threadPriorityValue(std::int32_t level, std::uint32_t processClass) {
     // A negative level is a large unsigned one.
     if (static_cast<std::uint32_t>(level) >= std::size(kValuesInNormalClass)) {
-        return {false, 0};
+        return std::nullopt;
     }
-    return {true, processClass == platform::kNormalClass ? kValuesInNormalClass[level] : kValuesInOtherClass[level]};
+    return processClass == platform::kNormalClass ? kValuesInNormalClass[level] : kValuesInOtherClass[level];
 }
 
 FThread::FThread(const char* name) : name_(name) {
@@ -47,8 +47,8 @@ bool FThread::setPriority(std::int32_t level) {
     if (!handle_) {
         return true;
     }
-    const FPriorityValue value = threadPriorityValue(level, platform::processClass());
-    return value.valid && handle_.setPriority(value.value);
+    const std::optional<std::int32_t> value = threadPriorityValue(level, platform::processClass());
+    return value && handle_.setPriority(*value);
 }
 
 void FThread::start() {

@@ -16,6 +16,7 @@
 #include "platform/TimeLimit.h"
 
 #include <cstdint>
+#include <optional>
 
 namespace tessera {
 
@@ -75,10 +76,6 @@ private:
 
 // The value that the platform is given for a level, in a process of the given class; nothing for a level above 5.
 // Apart from the class, for the tests: only a privileged process can try them all on threads.
-struct FPriorityValue {
-    bool valid;
-    std::int32_t value;
-};
-FPriorityValue threadPriorityValue(std::int32_t level, std::uint32_t processClass);
+std::optional<std::int32_t> threadPriorityValue(std::int32_t level, std::uint32_t processClass);
 
 } // namespace tessera

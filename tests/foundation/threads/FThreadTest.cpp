@@ -12,6 +12,7 @@
 #include <bit>
 #include <chrono>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -123,15 +124,14 @@ TEST(FThread, ValueOfALevelDependsOnTheClassOfTheProcess) {
     constexpr std::int32_t inNormalClass[] = {-15, -1, 0, 1, 2, 15};
     constexpr std::int32_t inOtherClass[] = {-15, -2, -1, 0, 1, 15};
     for (std::int32_t level = 0; level <= 5; ++level) {
-        EXPECT_EQ(threadPriorityValue(level, 32).value, inNormalClass[level]) << level;
+        EXPECT_EQ(threadPriorityValue(level, 32), inNormalClass[level]) << level;
         for (std::uint32_t other : {128u, 16384u, 32768u}) {
-            EXPECT_EQ(threadPriorityValue(level, other).value, inOtherClass[level]) << level << " in " << other;
-            EXPECT_TRUE(threadPriorityValue(level, other).valid);
+            EXPECT_EQ(threadPriorityValue(level, other), inOtherClass[level]) << level << " in " << other;
         }
     }
-    EXPECT_EQ(threadPriorityValue(2, 128).value, -1) << "the default level in a process of high class";
-    EXPECT_FALSE(threadPriorityValue(6, 32).valid);
-    EXPECT_FALSE(threadPriorityValue(-1, 32).valid);
+    EXPECT_EQ(threadPriorityValue(2, 128), -1) << "the default level in a process of high class";
+    EXPECT_EQ(threadPriorityValue(6, 32), std::nullopt);
+    EXPECT_EQ(threadPriorityValue(-1, 32), std::nullopt);
 }
 
 TEST(FThread, AffinityIsKeptButFalseWithoutAThread) {
