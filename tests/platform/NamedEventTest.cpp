@@ -334,7 +334,8 @@ TEST_F(NamedEventTest, MovesWithItsHold) {
     first.signal();
     NamedEvent second = std::move(first);
     EXPECT_FALSE(first.isOpen());
-    second = std::move(second);
+    NamedEvent& itself = second;
+    second = std::move(itself);
     EXPECT_EQ(open().wait(0), WaitResult::signalled);
     second = NamedEvent();
     EXPECT_EQ(open().wait(0), WaitResult::timedOut);
