@@ -172,9 +172,10 @@ TEST_F(ContainerStreams, ReadingAddsToWhatIsThere) {
 TEST_F(ContainerStreams, AStreamCutAnywhereChangesNothing) {
     const std::string whole = "\x0a\0\0\0"s + "\x01\0"s + "\x02\0\0\0"s + number(1) + number(2);
     for (std::size_t length = 0; length < whole.size(); ++length) {
+        // In front of the array, which gives its reference back at the end.
+        TestNumber present(1, 'p');
         CmOrderedArray array;
         array.setOwnership(CmOwnership::shared);
-        TestNumber present(1, 'p');
         array.add(&present);
         EXPECT_FALSE(readFrom(array, whole.substr(0, length))) << length;
         EXPECT_EQ(contents(array), "1p") << length;
