@@ -58,6 +58,7 @@ constexpr std::string_view kObject = "\x12\0\x06\0\0\0CmUID\0\x21\0\0\0"
                                      "67452301AB89EFCD1032547698BADCFE\0"sv;
 
 TEST_F(FAttributeValueStream, IsTheTypeAndTheValue) {
+    CmUID uid("{01234567-89AB-CDEF-1032-547698BADCFE}"_uid);
     FAttributeValue value;
     value.setInt(-2);
     EXPECT_EQ(written(value), kInteger);
@@ -67,7 +68,6 @@ TEST_F(FAttributeValueStream, IsTheTypeAndTheValue) {
     EXPECT_EQ(written(value), kText);
     value.setString8("take", FAttributeValue::TextHolding::byReference);
     EXPECT_EQ(written(value), kRawText);
-    CmUID uid("{01234567-89AB-CDEF-1032-547698BADCFE}"_uid);
     value.setObject(&uid, AttributeBits::kByReference);
     EXPECT_EQ(written(value), kObject);
 }
@@ -121,14 +121,14 @@ TEST_F(FAttributeValueStream, MarksComeBack) {
 }
 
 TEST_F(FAttributeValueStream, WhatHasNoFormIsNotWritten) {
+    // A foreign object that can't save itself.
+    test::ForeignObject<> foreign;
     FMemoryStream stream;
     FAttributeValue value;
     EXPECT_FALSE(value.write(stream));
     int target = 0;
     value.setPointer(&target);
     EXPECT_FALSE(value.write(stream));
-    // A foreign object that can't save itself.
-    test::ForeignObject<> foreign;
     value.setForeign(&foreign, AttributeBits::kByReference);
     EXPECT_FALSE(value.write(stream));
 }
