@@ -11,7 +11,8 @@ constexpr std::size_t kNameLimit = 260;
 } // namespace
 
 ModuleGlobals& moduleGlobals() {
-    static ModuleGlobals globals;
+    // Never destroyed: a host may release the factory when the exit handlers have run already.
+    static ModuleGlobals& globals = *new ModuleGlobals;
     return globals;
 }
 

@@ -35,6 +35,14 @@ void sleepUntilChanged(std::atomic<std::uint32_t>& word, std::uint32_t from) {
     }
 }
 
+// The number of a thread that exists, or 0. The kernel told it before pthread_create returned, and the clock of the
+// thread's processor time is named after it: ~number << 3 and the kind of clock. To wait until the thread itself tells
+// would hold the caller, the host's own thread, for as long as the scheduler lets the new one wait.
+std::uint32_t numberOf(pthread_t thread) {
+    clockid_t clock = 0;
+    return pthread_getcpuclockid(thread, &clock) == 0 ? ~static_cast<std::uint32_t>(clock >> 3) : 0;
+}
+
 void changeAndWake(std::atomic<std::uint32_t>& word, std::uint32_t to) {
     word.store(to);
     futexWake(futexWord(word), INT_MAX, FutexScope::process);
@@ -163,7 +171,11 @@ ThreadHandle ThreadHandle::createSuspended(Entry entry, void* argument) {
     if (!created) {
         return {};
     }
-    sleepUntilChanged(control->id, 0);
+    if (const std::uint32_t number = numberOf(control->native); number != 0) {
+        control->id.store(number);
+    } else {
+        sleepUntilChanged(control->id, 0);
+    }
     return ThreadHandle(control.release());
 }
 

@@ -15,7 +15,7 @@ struct SoundFormat {
     float sampleRate = 1000;
     std::int32_t bitsPerSample = 24;
 
-    std::int32_t bytesPerFrame() const { return channels * bitsPerSample / 8; }
+    constexpr std::int32_t bytesPerFrame() const { return channels * bitsPerSample / 8; }
     friend bool operator==(const SoundFormat&, const SoundFormat&) = default;
 };
 

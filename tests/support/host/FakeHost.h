@@ -1,5 +1,6 @@
 // FakeHost: a host with one project of one track, whose services are small doubles. What happened stands in the
-// script; the files are in memory. It is the module's host from construction to destruction.
+// script; the files are in memory, or in the store that it is given. It is the module's host from construction to
+// destruction.
 #pragma once
 
 #include "support/host/FakeSelection.h"
@@ -11,7 +12,8 @@
 namespace tessera::test {
 
 struct FakeHost {
-    FakeHost() {
+    explicit FakeHost(AudioStore* given = nullptr, const std::u16string& projectFolder = u"/projects/song")
+        : audio(given == nullptr ? store : *given), project(makeFake<FakeProject>(audio, script, projectFolder)) {
         track->setParent(owner.get());
         owner->setParent(project->object());
         offerAll();
@@ -25,7 +27,7 @@ struct FakeHost {
 
     // An event on the track that plays the file.
     FRefPtr<FakeEvent> addEvent(const std::u16string& path, FakeEvent::Stretch stretch) {
-        auto clip = makeFake<FakeClip>(store, script, path);
+        auto clip = makeFake<FakeClip>(audio, script, path);
         auto part = makeFake<FakePart>(script, FRefPtr<IAudioClip>(clip.get()));
         auto event = makeFake<FakeEvent>(script, part, stretch);
         track->add(event.get());
@@ -34,6 +36,7 @@ struct FakeHost {
 
     HostScript script;
     MemoryStore store{script};
+    AudioStore& audio;
     FRefPtr<FakeServices> services = makeFake<FakeServices>(script);
     FRefPtr<FakeProjectList> projects = makeFake<FakeProjectList>();
     FRefPtr<FakeObjectRegistry> registry = makeFake<FakeObjectRegistry>();
@@ -47,7 +50,7 @@ struct FakeHost {
     FRefPtr<FakeIdleHost> idleHost = makeFake<FakeIdleHost>();
     FRefPtr<FakeSelection> selection = makeFake<FakeSelection>(script);
     FRefPtr<FakeUndo> undo = makeFake<FakeUndo>(script);
-    FRefPtr<FakeProject> project = makeFake<FakeProject>(store, script, u"/projects/song");
+    FRefPtr<FakeProject> project;
     FRefPtr<FakeEventOwner> owner = makeFake<FakeEventOwner>();
     FRefPtr<FakeTrack> track = makeFake<FakeTrack>();
 
@@ -66,14 +69,14 @@ private:
         services->offer<IIdleHost>("IIdleHost", idleHost);
         services->offer<IUndoStack>("IUndoStack", undo);
         services->offer<IUrlFactory>("IUrlFactory",
-                                     [this] { return FRefPtr<IUrlFactory>(makeFake<FakeFile>(store, script).get()); });
+                                     [this] { return FRefPtr<IUrlFactory>(makeFake<FakeFile>(audio, script).get()); });
         services->offer<IAudioClipAccess>("IAudioClipAccess", [this] {
-            return FRefPtr<IAudioClipAccess>(makeFake<FakeClipAccess>(store, script).get());
+            return FRefPtr<IAudioClipAccess>(makeFake<FakeClipAccess>(audio, script).get());
         });
         services->offer<IAudioClipFactory>(
             "IAudioClipFactory", [this] { return FRefPtr<IAudioClipFactory>(makeFake<FakePart>(script).get()); });
         services->offer<IAudioWriterFactory>("IAudioWriterFactory", [this] {
-            return FRefPtr<IAudioWriterFactory>(makeFake<FakeWriterFactory>(store, script).get());
+            return FRefPtr<IAudioWriterFactory>(makeFake<FakeWriterFactory>(audio, script).get());
         });
     }
 

@@ -29,6 +29,7 @@ public:
             step->perform();
         }
         blocks.push_back(std::move(open_));
+        position_ = blocks.size();
         open_ = {};
         return kResultOk;
     }
@@ -54,7 +55,7 @@ public:
     }
 
     void undo() {
-        Block& block = blocks.at(--position());
+        Block& block = blocks.at(--position_);
         for (auto step = block.undo.rbegin(); step != block.undo.rend(); ++step) {
             (*step)();
         }
@@ -63,7 +64,7 @@ public:
         }
     }
     void redo() {
-        Block& block = blocks.at(position()++);
+        Block& block = blocks.at(position_++);
         for (const auto& step : block.redo) {
             step();
         }
@@ -77,13 +78,6 @@ public:
     std::vector<Block> blocks;
 
 private:
-    std::size_t& position() {
-        if (known_ != blocks.size()) {
-            known_ = position_ = blocks.size();
-        }
-        return position_;
-    }
-
     static void put(FakeTrack& track, FakeEvent* event, bool there) {
         if (there) {
             track.add(event);
@@ -103,8 +97,8 @@ private:
 
     HostScript& script_;
     Block open_;
+    // Of the next block to redo.
     std::size_t position_ = 0;
-    std::size_t known_ = 0;
 };
 
 } // namespace tessera::test
