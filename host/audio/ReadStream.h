@@ -25,11 +25,11 @@ public:
 
     bool open() override;
     void attach(IAudioStream* other) override;
-    std::int64_t frames() override { return frames_; }
-    float sampleRate() override { return static_cast<float>(format_.sampleRate); }
-    std::int32_t bytesPerFrame() override { return deliveredShape().bytesPerFrame(); }
-    std::int32_t bitsPerSample() override { return factsOf(format_.kind).bits; }
-    std::int32_t channels() override { return format_.channels; }
+    std::int64_t frames() override { return guestMay("frames") ? frames_ : 0; }
+    float sampleRate() override { return guestMay("sampleRate") ? static_cast<float>(format_.sampleRate) : 0; }
+    std::int32_t bytesPerFrame() override { return guestMay("bytesPerFrame") ? deliveredShape().bytesPerFrame() : 0; }
+    std::int32_t bitsPerSample() override { return guestMay("bitsPerSample") ? factsOf(format_.kind).bits : 0; }
+    std::int32_t channels() override { return guestMay("channels") ? format_.channels : 0; }
     std::int32_t read(std::int32_t count, void* buffer) override;
     std::int32_t write(std::int32_t count, const void* buffer, bool isLast) override;
     bool seek(std::int64_t frame) override;

@@ -125,7 +125,7 @@ std::int32_t WriteStream::write(std::int32_t count, const void* buffer, bool isL
 }
 
 bool WriteStream::seek(std::int64_t frame) {
-    return guestMay("seek") && frame == 0 && frames() == 0 && life_ != Life::complete;
+    return guestMay("seek") && frame == 0 && (writer_ == nullptr || writer_->frames() == 0) && life_ != Life::complete;
 }
 
 } // namespace tessera::host

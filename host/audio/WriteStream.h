@@ -33,11 +33,11 @@ public:
 
     bool open() override;
     void attach(IAudioStream* other) override;
-    std::int64_t frames() override { return writer_ == nullptr ? 0 : writer_->frames(); }
-    float sampleRate() override { return static_cast<float>(wanted_.sampleRate); }
-    std::int32_t bytesPerFrame() override { return shape().bytesPerFrame(); }
-    std::int32_t bitsPerSample() override { return factsOf(wanted_.kind).bits; }
-    std::int32_t channels() override { return wanted_.channels; }
+    std::int64_t frames() override { return guestMay("frames") && writer_ != nullptr ? writer_->frames() : 0; }
+    float sampleRate() override { return guestMay("sampleRate") ? static_cast<float>(wanted_.sampleRate) : 0; }
+    std::int32_t bytesPerFrame() override { return guestMay("bytesPerFrame") ? shape().bytesPerFrame() : 0; }
+    std::int32_t bitsPerSample() override { return guestMay("bitsPerSample") ? factsOf(wanted_.kind).bits : 0; }
+    std::int32_t channels() override { return guestMay("channels") ? wanted_.channels : 0; }
     std::int32_t read(std::int32_t count, void* buffer) override;
     std::int32_t write(std::int32_t count, const void* buffer, bool isLast) override;
     bool seek(std::int64_t frame) override;

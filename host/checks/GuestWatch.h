@@ -1,6 +1,6 @@
 // GuestWatch: what the host knows of its guest's manners.
 //
-// Every slot of every host object asks here first. A call from another thread, a call after terminate, a reserved slot,
+// Every slot that does or tells anything asks here first. A call from another thread, a call after terminate, a reserved slot,
 // a reference given back twice: each becomes a line that names object and slot, and the call is refused; nothing that a
 // guest does wrong ends the host. It also knows every host object, so that references which were never given back can
 // be told by name.

@@ -16,10 +16,26 @@ public:
     explicit AudioWriterFactory(std::shared_ptr<HostCore> core);
 
     void setFile(IHostFile* file) override;
-    void setSampleKind(std::int32_t kind) override { sampleKind_ = kind; }
-    void setChannels(std::int32_t channels) override { channels_ = channels; }
-    void setSampleRate(float framesPerSecond) override { sampleRate_ = framesPerSecond; }
-    void setBitsPerSample(std::int32_t bits) override { bits_ = bits; }
+    void setSampleKind(std::int32_t kind) override {
+        if (guestMay("setSampleKind")) {
+            sampleKind_ = kind;
+        }
+    }
+    void setChannels(std::int32_t channels) override {
+        if (guestMay("setChannels")) {
+            channels_ = channels;
+        }
+    }
+    void setSampleRate(float framesPerSecond) override {
+        if (guestMay("setSampleRate")) {
+            sampleRate_ = framesPerSecond;
+        }
+    }
+    void setBitsPerSample(std::int32_t bits) override {
+        if (guestMay("setBitsPerSample")) {
+            bits_ = bits;
+        }
+    }
     IAudioStream* create() override;
 
 private:

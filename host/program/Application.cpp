@@ -39,6 +39,21 @@ std::string seconds(double value) {
     return text.str();
 }
 
+std::string counted(std::size_t count, const std::string& thing) {
+    return std::to_string(count) + " " + thing + (count == 1 ? "" : "s");
+}
+
+// The project file in a folder, or empty.
+std::string projectIn(const std::string& folder) {
+    std::error_code error;
+    for (const auto& entry : fs::directory_iterator(folder, error)) {
+        if (entry.path().extension() == kProjectExtension) {
+            return entry.path().string();
+        }
+    }
+    return {};
+}
+
 std::string fullPath(const std::string& path) {
     return fs::absolute(path).lexically_normal().string();
 }
@@ -132,8 +147,8 @@ Complaint Application::stopModule() {
     undo_->forgetGuest();
     core_->watch->bury();
     for (const GuestWatch::Held& held : core_->watch->held()) {
-        core_->watch->misuse(held.className + " is still held after terminate, " + std::to_string(held.references) +
-                             (held.references == 1 ? " reference" : " references"));
+        core_->watch->misuse(held.className + " is still held after terminate, " +
+                             counted(static_cast<std::size_t>(held.references), "reference"));
     }
     return {};
 }
@@ -161,6 +176,10 @@ Complaint Application::newProject(const std::string& folder, const std::vector<s
     }
     std::error_code error;
     const std::string path = fullPath(folder);
+    if (const std::string there = projectIn(path); !there.empty()) {
+        return "the folder \"" + path + "\" holds a project already; open it with: open \"" + there +
+               "\", or name another folder";
+    }
     fs::create_directories(fs::path(path) / "Audio", error);
     if (error) {
         return "the folder \"" + path + "\" can't be made (" + error.message() + "); name another one";
@@ -489,7 +508,7 @@ void Application::show() {
         return;
     }
     say("project \"" + project()->folderPath() + "\", " + seconds(project()->end()) + " s, " +
-        std::to_string(project()->ownPool().parts().size()) + " clips in the pool");
+        counted(project()->ownPool().parts().size(), "clip") + " in the pool");
     for (const auto& track : project()->tracks()) {
         say("  " + track->name());
         for (const auto& event : track->eventsByStart()) {

@@ -168,6 +168,17 @@ TEST_F(ProjectFileTest, UnsavedChangesAreNotThrownAwayForAnotherProject) {
     EXPECT_EQ(event(1)->place().start, 5);
 }
 
+TEST_F(ProjectFileTest, ANewProjectNeverTakesThePlaceOfAnother) {
+    makeProject({makeSound("a.wav", 1000)});
+    ASSERT_EQ(host().saveProject(""), "");
+    ASSERT_EQ(host().closeProject(), "");
+    const Complaint complaint = host().newProject(path("project"), {});
+    EXPECT_NE(complaint.find("holds a project already; open it with: open \"" + path("project/project.tesxproject")),
+              std::string::npos)
+        << complaint;
+    EXPECT_EQ(host().project(), nullptr);
+}
+
 TEST_F(ProjectFileTest, AGuestOpensProjectsByTheirFile) {
     makeProject({makeSound("a.wav", 1000)});
     const std::string file = path("first.tesxproject");

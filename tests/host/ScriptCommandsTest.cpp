@@ -54,7 +54,7 @@ TEST_F(ScriptCommandsTest, ShowTellsWhatIsThere) {
     ASSERT_EQ(run("select 1"), "");
     ASSERT_EQ(run("show"), "");
     EXPECT_EQ(output(), "project \"" + path("song") +
-                            "\", 2.500 s, 1 clips in the pool\n"
+                            "\", 2.500 s, 1 clip in the pool\n"
                             "  Track 1\n"
                             "  * 1  0.000 to 2.500 s  a.wav, plays \"" +
                             path("a.wav") +
