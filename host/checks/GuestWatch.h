@@ -1,9 +1,9 @@
 // GuestWatch: what the host knows of its guest's manners.
 //
-// Every slot that does or tells anything asks here first. A call from another thread, a call after terminate, a reserved slot,
-// a reference given back twice: each becomes a line that names object and slot, and the call is refused; nothing that a
-// guest does wrong ends the host. It also knows every host object, so that references which were never given back can
-// be told by name.
+// Every slot that does or tells anything asks here first. A call from another thread, a call after terminate, a reserved
+// slot, a reference given back twice: each becomes a line that names object and slot, and the call is refused; nothing
+// that a guest does wrong ends the host. It also knows every host object, so that references which were never given back
+// can be told by name.
 //
 // Shared by all host objects and outlives them: a guest's singletons may call as late as the process's exit handlers.
 // The main thread is the one that makes the watch. Any thread may report.
