@@ -61,7 +61,17 @@ std::vector<GuestWatch::Held> GuestWatch::held() const {
 
 void GuestWatch::retire(std::shared_ptr<HostObjectBase> object) {
     const std::lock_guard guard(lock_);
-    retired_.push_back(std::move(object));
+    if (isRetiring_) {
+        retired_.push_back(std::move(object));
+    }
+}
+
+void GuestWatch::stopRetiring() {
+    {
+        const std::lock_guard guard(lock_);
+        isRetiring_ = false;
+    }
+    bury();
 }
 
 void GuestWatch::bury() {

@@ -1,9 +1,9 @@
 // GuestWatch: what the host knows of its guest's manners.
 //
-// Every slot that does or tells anything asks here first. A call from another thread, a call after terminate, a reserved
-// slot, a reference given back twice: each becomes a line that names object and slot, and the call is refused; nothing
-// that a guest does wrong ends the host. It also knows every host object, so that references which were never given back
-// can be told by name.
+// Every slot that does or tells anything asks here first. A call from another thread, a call after terminate, a
+// reserved slot, a reference given back twice: each becomes a line that names object and slot, and the call is refused;
+// nothing that a guest does wrong ends the host. It also knows every host object, so that references which were never
+// given back can be told by name.
 //
 // Shared by all host objects and outlives them: a guest's singletons may call as late as the process's exit handlers.
 // The main thread is the one that makes the watch. Any thread may report.
@@ -53,12 +53,15 @@ public:
     // mistake then hits an object, not freed memory.
     void retire(std::shared_ptr<HostObjectBase> object);
     void bury();
+    // The host is going: from now on there is no quiet moment any more in which the retired could be let go.
+    void stopRetiring();
 
 private:
     const std::thread::id mainThread_ = std::this_thread::get_id();
     GuestLife life_ = GuestLife::none;
     std::function<void(const std::string&)> listener_;
-    mutable std::mutex lock_; // guards the three below
+    mutable std::mutex lock_; // guards all below
+    bool isRetiring_ = true;
     std::vector<std::string> misuses_;
     std::set<HostObjectBase*> objects_;
     std::vector<std::shared_ptr<HostObjectBase>> retired_;

@@ -90,6 +90,7 @@ Application::~Application() {
     setProject(nullptr);
     stopModule();
     module_.reset();
+    core_->watch->stopRetiring();
     core_->watch->setListener(nullptr);
     core_->note = [](const std::string&) {};
 }

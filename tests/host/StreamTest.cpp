@@ -65,7 +65,7 @@ TEST_F(Stream, TellsWhatItsFileIs) {
 
 TEST_F(Stream, ReadsOnFromWhereItWasSetTo) {
     const auto stream = reader(makeSound("a.wav", 10));
-    short samples[8] = {};
+    short samples[16] = {}; // a read may touch all that it was asked for
     EXPECT_TRUE(stream->seek(7));
     EXPECT_EQ(stream->read(2, samples), 2);
     EXPECT_EQ(stream->read(8, samples + 2), 1);

@@ -17,6 +17,9 @@ protected:
         added_ = FRefPtr<IProjectObject>::adopt(old_->duplicate(0));
     }
 
+    // The history lets go of the step before the step goes.
+    void TearDown() override { host().closeProject(); }
+
     IUndoStack& stack() { return host().undoStack(); }
     IProject* project() { return host().project().get(); }
     bool standsOnTrack(IProjectObject* event) { return event->parent() != nullptr; }
