@@ -131,6 +131,10 @@ bool CmBTree::removeAtIterator(CmIterator& iterator) {
         position = successor(position);
     }
     walker.setPosition(position);
+    if (follower != nullptr && position.node == nullptr) {
+        // The elements' compare is no order; the follower is there all the same.
+        walker.seek(follower);
+    }
     dropKey(element);
     return true;
 }

@@ -106,6 +106,26 @@ TEST_F(CmBTreeTest, IndexWalksInOrder) {
     EXPECT_EQ(backwards(tree), "7 6 5 4 3 2 1");
 }
 
+// A path against a non-path is -1 both ways round: no order at all. Look-ups miss then, but nothing gets lost.
+TEST_F(CmBTreeTest, IteratorReachesEveryElementWhateverCompareSays) {
+    class Odd : public TestNumber {
+    public:
+        using TestNumber::TestNumber;
+        int compare(const CmObject*) const override { return value % 3 - 1; }
+    };
+    CmBTree tree;
+    tree.setOwnership(CmOwnership::owner);
+    for (int value = 0; value < 200; ++value) {
+        tree.add(new Odd(value));
+    }
+    int removed = 0;
+    for (const auto iterator = tree.newIterator(); !iterator->isDone(); ++removed) {
+        ASSERT_TRUE(tree.removeAtIterator(*iterator));
+    }
+    EXPECT_EQ(removed, 200);
+    EXPECT_EQ(tree.height(), 0);
+}
+
 class EveryOrder : public testing::TestWithParam<int> {
 protected:
     void TearDown() override { EXPECT_EQ(TestNumber::alive, 0); }
