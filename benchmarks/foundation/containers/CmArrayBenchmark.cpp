@@ -62,7 +62,9 @@ void findRival(benchmark::State& state) {
     std::sort(sorted.begin(), sorted.end(), Below());
     std::size_t index = 0;
     for (auto _ : state) {
-        benchmark::DoNotOptimize(*std::lower_bound(sorted.begin(), sorted.end(), keys.at(index), Below()));
+        const auto found = std::lower_bound(sorted.begin(), sorted.end(), keys.at(index), Below());
+        const bool there = found != sorted.end() && !Below()(keys.at(index), *found);
+        benchmark::DoNotOptimize(there ? *found : nullptr);
         index = index + 1 == keys.size() ? 0 : index + 1;
     }
 }

@@ -92,9 +92,9 @@ TEST_F(CmArrayTest, SetAtDropsTheOldElement) {
 }
 
 TEST_F(CmArrayTest, SetAtBearsTheElementThatIsThere) {
+    TestNumber element(1);
     CmArray array;
     array.setOwnership(CmOwnership::shared);
-    TestNumber element(1);
     array.add(&element);
     EXPECT_TRUE(array.setAt(0, &element));
     EXPECT_EQ(element.getReferenceCount(), 2u);

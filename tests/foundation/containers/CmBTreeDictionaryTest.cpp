@@ -181,10 +181,10 @@ TEST_F(CmBTreeDictionaryTest, ReplaceDropsTheOldValue) {
 }
 
 TEST_F(CmBTreeDictionaryTest, ReplaceBearsTheValueThatIsThere) {
-    CmBTreeDictionary dictionary;
-    dictionary.setOwnership(CmOwnership::shared);
     TestNumber key(1);
     TestNumber value(10);
+    CmBTreeDictionary dictionary;
+    dictionary.setOwnership(CmOwnership::shared);
     dictionary.set(&key, &value);
     EXPECT_TRUE(dictionary.replace(&key, &value));
     EXPECT_EQ(value.getReferenceCount(), 2u);
@@ -193,14 +193,14 @@ TEST_F(CmBTreeDictionaryTest, ReplaceBearsTheValueThatIsThere) {
 }
 
 TEST_F(CmBTreeDictionaryTest, AddRefusesWhatIsNoAssociationOrThereAlready) {
-    CmBTreeDictionary dictionary;
     TestNumber key(1);
-    EXPECT_FALSE(dictionary.add(&key));
-    EXPECT_FALSE(dictionary.add(nullptr));
     CmAssociation empty;
-    EXPECT_FALSE(dictionary.add(&empty));
     CmAssociation first(&key, nullptr);
     CmAssociation second(&key, nullptr);
+    CmBTreeDictionary dictionary;
+    EXPECT_FALSE(dictionary.add(&key));
+    EXPECT_FALSE(dictionary.add(nullptr));
+    EXPECT_FALSE(dictionary.add(&empty));
     EXPECT_TRUE(dictionary.add(&first));
     EXPECT_FALSE(dictionary.add(&second));
     EXPECT_EQ(dictionary.getCount(), 1);

@@ -218,6 +218,8 @@ TEST_P(EveryForm, CopyOfASharedOneAddsReferences) {
     EXPECT_EQ(copy->getOwnership(), CmOwnership::shared);
     EXPECT_EQ(copy->at(0), &element);
     EXPECT_EQ(element.getReferenceCount(), 3u);
+    container_.reset();
+    EXPECT_EQ(element.getReferenceCount(), 2u);
 }
 
 TEST_P(EveryForm, CopyAddsToWhatIsThere) {
