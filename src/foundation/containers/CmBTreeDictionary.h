@@ -1,8 +1,8 @@
 // CmBTreeDictionary: values by key in a tree; each key stands once. Its elements are CmAssociations.
 //
 // Ownership covers three objects per entry: the association, its key and its value. none: they're only pointed at, but
-// an association that set() made goes when its key is removed. owner: all three are handed over. shared: all three get
-// a reference when they come and lose it when they go.
+// an association that set() made goes when its key is removed, and one that add() took must live as long as it's in
+// here. owner: all three are handed over. shared: all three get a reference when they come and lose it when they go.
 #pragma once
 
 #include "foundation/containers/CmAssociation.h"
