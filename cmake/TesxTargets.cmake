@@ -73,6 +73,11 @@ function(tesx_add_test name)
     if(ARG_LOCK)
         set_tests_properties(${name} PROPERTIES RESOURCE_LOCK ${ARG_LOCK})
     endif()
+    if("address" IN_LIST TESX_SANITIZE)
+        # For the programs that the test starts as well.
+        set_tests_properties(${name} PROPERTIES
+            ENVIRONMENT "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/leaks.txt:print_suppressions=0")
+    endif()
 endfunction()
 
 # tesx_add_fuzzer(stem LAYERS layers...): tests/fuzz/<stem>Fuzzer.cpp. In the fuzz preset it is a libFuzzer program;

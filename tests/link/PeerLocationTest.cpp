@@ -31,7 +31,9 @@ AudioExportScriptList peersOf(const std::vector<Installed>& installed) {
     }
     std::string native = folder.string();
     std::ranges::replace(native, '/', '\\');
-    return AudioExportScriptList(FNPath(FString(native.c_str()), PathKind::folder)).select(ScriptKind::peers);
+    FString text;
+    text.assignUtf8(native.c_str());
+    return AudioExportScriptList(FNPath(text, PathKind::folder)).select(ScriptKind::peers);
 }
 
 TEST(PeerLocation, WithoutPeersTheChoiceIsEmpty) {

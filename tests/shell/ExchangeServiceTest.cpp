@@ -235,6 +235,7 @@ TEST_F(ExchangeServiceTest, RunsAgainAfterTerminate) {
 TEST_F(ExchangeServiceTest, AHostWithoutAnyServiceOfItsOwnIsServed) {
     test::HostScript script;
     const auto empty = makeFake<test::FakeServices>(script);
+    FakeHost::keepForGood(empty);
     const auto context = makeFake<FakeContext>("Ostrey", "7.1.20", empty.get());
     EXPECT_EQ(service_->initialize(context.get()), kResultOk);
     EXPECT_EQ(service_->terminate(), kResultOk);

@@ -8,6 +8,7 @@
 #include "support/FakePeer.h"
 #include "support/host/FakeContext.h"
 #include "support/host/FakeHost.h"
+#include "workflow/HostText.h"
 
 #include <gtest/gtest.h>
 
@@ -152,7 +153,7 @@ TEST_F(ModuleRoad, TheCommandLeadsToAReplacedEvent) {
     const std::string opened = peer_.received(2).back();
     ASSERT_TRUE(opened.starts_with("2;openFile;")) << opened;
     const std::string path = opened.substr(11, opened.size() - 12);
-    const auto exchanged = host_.store.find(std::u16string(path.begin(), path.end()));
+    const auto exchanged = host_.store.find(wideOf(path));
     ASSERT_NE(exchanged, nullptr);
     EXPECT_EQ(exchanged->bytes.size(), 6000u);
 

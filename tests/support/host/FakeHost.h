@@ -17,6 +17,7 @@ struct FakeHost {
         track->setParent(owner.get());
         owner->setParent(project->object());
         offerAll();
+        keepForGood(services);
         projects->active = project.get();
         previous_ = hostServices();
         setHostServices(services.get());
@@ -24,6 +25,12 @@ struct FakeHost {
     ~FakeHost() { setHostServices(previous_); }
     FakeHost(const FakeHost&) = delete;
     FakeHost& operator=(const FakeHost&) = delete;
+
+    // A module keeps its reference to a host's services for good, as those of a host last as long as its process does.
+    static void keepForGood(const FRefPtr<FakeServices>& services) {
+        static auto& kept = *new std::vector<FRefPtr<FakeServices>>;
+        kept.push_back(services);
+    }
 
     // An event on the track that plays the file.
     FRefPtr<FakeEvent> addEvent(const std::u16string& path, FakeEvent::Stretch stretch) {
