@@ -14,12 +14,14 @@ foreach(layer IN LISTS framework_layers)
     add_library(archive_${layer} STATIC $<TARGET_OBJECTS:tesx_${layer}>)
     set_target_properties(archive_${layer} PROPERTIES OUTPUT_NAME TesseraExchange_${layer} LINKER_LANGUAGE CXX
                                                       EXPORT_NAME archive_${layer})
-    target_compile_features(archive_${layer} INTERFACE cxx_std_20)
-    target_include_directories(archive_${layer} INTERFACE $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/TesseraExchange>)
     target_link_libraries(archive_${layer} INTERFACE ${framework_libraries_${layer}})
 
     add_library(framework_${layer} INTERFACE)
     set_target_properties(framework_${layer} PROPERTIES EXPORT_NAME ${layer})
+    # Here and not at the archive: what is linked whole passes on nothing but itself.
+    target_compile_features(framework_${layer} INTERFACE cxx_std_20)
+    target_include_directories(framework_${layer}
+                               INTERFACE $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/TesseraExchange>)
     get_property(below TARGET tesx_${layer} PROPERTY TESX_LAYERS)
     list(TRANSFORM below REPLACE "^tesx_" "framework_")
     target_link_libraries(framework_${layer} INTERFACE "$<LINK_LIBRARY:WHOLE_ARCHIVE,archive_${layer}>" ${below})
