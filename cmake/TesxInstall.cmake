@@ -24,7 +24,7 @@ foreach(layer IN LISTS framework_layers)
                                INTERFACE $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/TesseraExchange>)
     get_property(below TARGET tesx_${layer} PROPERTY TESX_LAYERS)
     list(TRANSFORM below REPLACE "^tesx_" "framework_")
-    target_link_libraries(framework_${layer} INTERFACE "$<LINK_LIBRARY:WHOLE_ARCHIVE,archive_${layer}>" ${below})
+    target_link_libraries(framework_${layer} INTERFACE "$<LINK_LIBRARY:WHOLE_ARCHIVE,$<TARGET_NAME:archive_${layer}>>" ${below})
     install(TARGETS archive_${layer} framework_${layer} EXPORT TesseraExchangeTargets
             ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}/TesseraExchange COMPONENT framework)
 endforeach()

@@ -166,7 +166,8 @@ TEST_F(PeerProcessTest, AFailingEditorIsReportedAsCancelled) {
 TEST_F(PeerProcessTest, ItAnswersWhileTheEditorWorks) {
     const std::string file = writeSound("a.wav", {5, 6});
     PlayedHost host;
-    HelperProcess peer(TESX_PEER, {"--editor", "sh -c 'sleep 100' sh {in} {out}", "--tesx", file});
+    HelperProcess peer(TESX_PEER,
+                       {"--editor", "sh -c 'exec sleep 100 </dev/null >/dev/null 2>&1' sh {in} {out}", "--tesx", file});
     ASSERT_TRUE(host.waitForGreeting());
     ASSERT_TRUE(hearsLine(peer, "editing"));
     EXPECT_EQ("ok", host.ask({WireVerb::suspendKiteDriver, "text"}));
