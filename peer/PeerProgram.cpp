@@ -132,7 +132,7 @@ int PeerProgram::loop() {
             exchange_.giveUp(now);
             leaving = true;
         }
-        if (leaving ? exchange_.mayLeave() || !exchange_.isGreeted() : wantsToLeave(now)) {
+        if (leaving ? exchange_.mayLeave() || !exchange_.isGreeted() : wantsToLeave()) {
             return 0;
         }
         if (stay_ != StayMode::UntilInterrupted && !exchange_.isGreeted() && exchange_.editsEnded() > 0 &&
@@ -175,7 +175,7 @@ void PeerProgram::pollEdit(std::int64_t now) {
     exchange_.editEnded(job->succeeded() ? EditOutcome::Finished : EditOutcome::Failed, now);
 }
 
-bool PeerProgram::wantsToLeave(std::int64_t) const {
+bool PeerProgram::wantsToLeave() const {
     switch (stay_) {
     case StayMode::UntilInterrupted:
         return false;

@@ -45,7 +45,7 @@ private:
     int loop();
     void turn(std::int64_t now);
     void pollEdit(std::int64_t now);
-    bool wantsToLeave(std::int64_t now) const;
+    bool wantsToLeave() const;
 
     const EditorCommand command_;
     const StayMode stay_;
