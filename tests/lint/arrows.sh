@@ -13,6 +13,7 @@ src/foundation/object: platform foundation/text foundation/threads
 src/foundation/containers: platform foundation/text foundation/threads foundation/object
 src/foundation/messages: platform foundation
 src/persistence: platform foundation
+src/appservices: platform foundation persistence
 src/discovery: platform foundation persistence
 src/exportscripts: platform foundation persistence discovery
 src/workflow: platform foundation persistence discovery shell/hostapi
