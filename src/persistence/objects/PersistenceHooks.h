@@ -11,8 +11,8 @@ namespace tessera {
 struct PersistenceHooks {
     // The text for a key in the user's language.
     FString (*translate)(const FStringRef& key) = nullptr;
-    // A question with yes and no for an answer.
-    bool (*ask)(const FStringRef& question) = nullptr;
+    // A question to the user and the texts of its two buttons, all in the user's language. True for the first button.
+    bool (*ask)(const FStringRef& question, const FStringRef& yes, const FStringRef& no) = nullptr;
     void (*report)(std::int32_t code, const FStringRef& text) = nullptr;
 };
 
@@ -20,7 +20,7 @@ extern PersistenceHooks persistenceHooks;
 
 // Through the hooks; without one the key itself, no, and nothing.
 FString translateText(const FStringRef& key);
-bool askUser(const FStringRef& question);
+bool askUser(const FStringRef& question, const FStringRef& yes, const FStringRef& no);
 void reportError(std::int32_t code, const FStringRef& text);
 
 } // namespace tessera
