@@ -3,6 +3,7 @@
 #include "persistence/files/FNFileSystem.h"
 #include "persistence/files/FileChangeHub.h"
 #include "persistence/paths/FNPath.h"
+#include "persistence/registry/FRegistryBackup.h"
 #include "persistence/streams/FBufferStream.h"
 #include "persistence/streams/FFileStream.h"
 #include "persistence/streams/FIBStream.h"
@@ -13,6 +14,9 @@ namespace tessera {
 FMetaClass FFileType::metaClass("FFileType", &CmObject::metaClass, createCmObject<FFileType>);
 FMetaClass FPath::metaClass("FPath", &CmObject::metaClass, createCmObject<FPath>);
 FMetaClass FNPath::metaClass("FNPath", &FPath::metaClass, createCmObject<FNPath>);
+
+FMetaClass FRegistryEntry::metaClass("FRegistryEntry", &CmObject::metaClass, createCmObject<FRegistryEntry>);
+FMetaClass FRegistryBackup::metaClass("FRegistryBackup", &CmObject::metaClass, createCmObject<FRegistryBackup>);
 
 FMetaClass FStream::metaClass("FStream", &CmObject::metaClass, nullptr);
 FMetaClass FMemoryStream::metaClass("FMemoryStream", &FStream::metaClass, createCmObject<FMemoryStream>);
