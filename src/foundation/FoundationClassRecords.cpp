@@ -24,6 +24,8 @@
 #include "foundation/object/FLibraryLoader.h"
 #include "foundation/object/FObjectOrder.h"
 #include "foundation/object/UHostList.h"
+#include "foundation/values/UIntDefValue.h"
+#include "foundation/values/UPlugTarget.h"
 
 namespace tessera {
 namespace {
@@ -68,6 +70,18 @@ FMetaClass FStringIDAttribute::metaClass("FStringIDAttribute", &FAttributeValue:
 FMetaClass FPostedMessage::metaClass("FPostedMessage", &CmObject::metaClass, nullptr);
 FMetaClass FMessenger::metaClass("FMessenger", &CmObject::metaClass, nullptr);
 
+// values/
+FMetaClass UValue::metaClass("UValue", &CmObject::metaClass, &createCmObject<UValue>);
+FMetaClass UIntValue::metaClass("UIntValue", &UValue::metaClass, &createCmObject<UIntValue>);
+FMetaClass UIntDefValue::metaClass("UIntDefValue", &UIntValue::metaClass, nullptr);
+FMetaClass UPlugTarget::metaClass("UPlugTarget", &CmObject::metaClass, nullptr);
+namespace {
+// The names that values have in documents. The one with a default can't be created by name: nobody registers it.
+FMetaClass valueAlias(UValue::kBindingName, UValue::metaClass);
+FMetaClass intValueAlias(UIntValue::kBindingName, UIntValue::metaClass);
+FMetaClass intDefValueAlias(UIntDefValue::kBindingName, UIntDefValue::metaClass);
+} // namespace
+
 // Services that other modules ask for by identifier; they have no name.
 namespace {
 
@@ -104,6 +118,7 @@ const FMetaClass attributeListRecord(nullptr, nullptr, &createInterface<FAttribu
                                      IAttributeList::iid);
 const FMetaClass secondAttributeListRecord(nullptr, nullptr, &createInterface<FAttributeListObject, IAttributeList>,
                                            IAttributeList::secondIid);
+const FMetaClass plugTargetRecord(nullptr, nullptr, &createInterface<UPlugTarget, IPlugTarget>, IPlugTarget::iid);
 
 } // namespace
 } // namespace tessera
