@@ -32,8 +32,7 @@ endif()
 # below it with target_sources.
 function(tesx_add_layer name)
     cmake_parse_arguments(ARG "" "" "DEPENDS" ${ARGN})
-    file(GENERATE OUTPUT ${CMAKE_CURRENT_BINARY_DIR}/${name}.cpp CONTENT "")
-    add_library(${name} OBJECT ${CMAKE_CURRENT_BINARY_DIR}/${name}.cpp)
+    add_library(${name} OBJECT)
     target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
     target_link_libraries(${name} PRIVATE tesx_compile_options)
     # What it stands on; tesx_link_layers gathers the objects, once, at the program.

@@ -1,6 +1,6 @@
 #include "peer/EditJob.h"
 
-#include "peer/Paths.h"
+#include "common/Utf8Path.h"
 #include "platform/ProgramRun.h"
 
 #include <filesystem>
@@ -9,6 +9,8 @@ namespace tessera::peer {
 namespace {
 
 namespace fs = std::filesystem;
+using programs::nativePath;
+using programs::utf8Text;
 
 } // namespace
 

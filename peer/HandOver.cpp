@@ -1,7 +1,7 @@
 #include "peer/HandOver.h"
 
+#include "common/Utf8Path.h"
 #include "foundation/threads/FThread.h"
-#include "peer/Paths.h"
 #include "platform/Processes.h"
 
 #include <algorithm>
@@ -13,6 +13,7 @@ namespace tessera::peer {
 namespace {
 
 namespace fs = std::filesystem;
+using programs::nativePath;
 
 constexpr int kPollMs = 20;
 

@@ -1,9 +1,9 @@
 #include "peer/PeerProgram.h"
 
+#include "common/Utf8Path.h"
 #include "discovery/identity/SystemInfo.h"
 #include "discovery/registry/ServiceDiscovery.h"
 #include "foundation/threads/FThread.h"
-#include "peer/Paths.h"
 #include "platform/InterruptRequest.h"
 #include "platform/Processes.h"
 #include "platform/TemporaryFolder.h"
@@ -16,6 +16,8 @@
 
 namespace tessera::peer {
 namespace {
+
+using programs::nativePath;
 
 constexpr int kTurnMs = 5;
 constexpr int kHandOverMs = 5'000;

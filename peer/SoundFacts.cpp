@@ -1,5 +1,7 @@
 #include "peer/SoundFacts.h"
 
+#include "common/AiffHeader.h"
+
 #include <sndfile.h>
 
 #include <cstdio>
@@ -35,19 +37,28 @@ void removeFile(const std::string& path) {
 }
 
 // Integers travel as left-aligned 32-bit words and floats as doubles: neither loses a bit on the way.
+// The number of frames, or nothing when a read or a write failed.
 template <class Sample>
-bool copyFrames(SNDFILE* from, SNDFILE* to, int channels, sf_count_t (*read)(SNDFILE*, Sample*, sf_count_t),
-                sf_count_t (*write)(SNDFILE*, const Sample*, sf_count_t)) {
+std::optional<sf_count_t> copyFrames(SNDFILE* from, SNDFILE* to, int channels,
+                                     sf_count_t (*read)(SNDFILE*, Sample*, sf_count_t),
+                                     sf_count_t (*write)(SNDFILE*, const Sample*, sf_count_t)) {
     std::vector<Sample> block(static_cast<std::size_t>(kBlockFrames) * static_cast<std::size_t>(channels));
-    for (;;) {
+    for (sf_count_t total = 0;;) {
         const sf_count_t frames = read(from, block.data(), kBlockFrames);
         if (frames <= 0) {
-            return sf_error(from) == SF_ERR_NO_ERROR;
+            return sf_error(from) == SF_ERR_NO_ERROR ? std::optional(total) : std::nullopt;
         }
         if (write(to, block.data(), frames) != frames) {
-            return false;
+            return std::nullopt;
         }
+        total += frames;
     }
+}
+
+// 8-bit samples in AIFF are the only ones that can fill an odd number of bytes.
+bool is8BitAiff(int format) {
+    return (format & kFormatMask) == (SF_FORMAT_AIFF | SF_FORMAT_PCM_S8) ||
+           (format & kFormatMask) == (SF_FORMAT_AIFF | SF_FORMAT_PCM_U8);
 }
 
 } // namespace
@@ -92,7 +103,7 @@ bool convertSound(const std::string& source, const std::string& target, const So
     // A peak above full scale has to clip, not wrap around.
     sf_command(to.get(), SFC_SET_CLIPPING, nullptr, SF_TRUE);
     const bool floats = isFloat(sourceInfo.format) || isFloat(wanted.format);
-    const bool copied =
+    const std::optional<sf_count_t> copied =
         floats ? copyFrames<double>(from.get(), to.get(), wanted.channels, sf_readf_double, sf_writef_double)
                : copyFrames<int>(from.get(), to.get(), wanted.channels, sf_readf_int, sf_writef_int);
     const bool closed = sf_close(to.release()) == 0;
@@ -100,6 +111,9 @@ bool convertSound(const std::string& source, const std::string& target, const So
         *problem = "the frames could not be converted";
         removeFile(target);
         return false;
+    }
+    if (is8BitAiff(wanted.format) && *copied * wanted.channels % 2 != 0) {
+        programs::mendAiffLength(target, *copied, *copied * wanted.channels);
     }
     return true;
 }

@@ -1,6 +1,6 @@
 #include "host/audio/SoundFileWriter.h"
 
-#include "host/audio/AiffHeader.h"
+#include "common/AiffHeader.h"
 
 #include <algorithm>
 #include <sndfile.h>
@@ -38,7 +38,7 @@ SoundFileWriter::~SoundFileWriter() {
     sf_close(file_);
     const std::int64_t dataBytes = frames_ * format_.bytesPerFrame();
     if ((format_.container & SF_FORMAT_TYPEMASK) == SF_FORMAT_AIFF && dataBytes % 2 != 0) {
-        mendAiffLength(path_, frames_, dataBytes);
+        programs::mendAiffLength(path_, frames_, dataBytes);
     }
 }
 

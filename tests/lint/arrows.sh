@@ -20,8 +20,9 @@ src/workflow: platform foundation persistence discovery shell/hostapi
 src/link: platform foundation persistence discovery exportscripts workflow shell/hostapi
 src/shell/hostapi: foundation/object/IBaseUnknown.h foundation/object/FResult.h foundation/object/FUIDBytes.h
 src/shell: platform foundation persistence discovery exportscripts workflow link
-host: platform foundation persistence shell/hostapi link/LinkSocket.h link/WireMessage.h host
-peer: platform foundation persistence discovery link/LinkSocket.h link/WireMessage.h peer
+common:
+host: common platform foundation persistence shell/hostapi link/LinkSocket.h link/WireMessage.h host
+peer: common platform foundation persistence discovery link/LinkSocket.h link/WireMessage.h peer
 '
 
 failed=0
@@ -45,5 +46,5 @@ while IFS= read -r file; do
             failed=1
         fi
     done < <(grep -hoP '^\s*#\s*include\s*"\K[^"]+' "$file")
-done < <(find src host peer -name '*.h' -o -name '*.cpp')
+done < <(find src common host peer -name '*.h' -o -name '*.cpp')
 exit $failed

@@ -11,4 +11,4 @@ alone() {
 }
 export -f alone
 export compiler
-find src host peer -name '*.h' -print0 | xargs -0 -n 8 -P 2 bash -c 'alone "$@"' alone
+find src common host peer -name '*.h' -print0 | xargs -0 -n 8 -P 2 bash -c 'alone "$@"' alone

@@ -71,6 +71,17 @@ TEST_F(SoundFactsTest, ConversionBackToTheSameContainerKeepsEveryBit) {
     EXPECT_EQ(samples, read(path("d.wav")));
 }
 
+TEST_F(SoundFactsTest, AnOddNumberOfBytesInAiffGetsNoFrameMore) {
+    const std::vector<int> samples{1 << 24, 2 << 24, 3 << 24, 4 << 24, 5 << 24};
+    const std::string source = write("i.wav", SF_FORMAT_WAV | SF_FORMAT_PCM_16, 44100, 1, samples);
+    SoundFacts wanted;
+    wanted.rate = 44100;
+    wanted.channels = 1;
+    wanted.format = SF_FORMAT_AIFF | SF_FORMAT_PCM_S8;
+    ASSERT_TRUE(convertSound(source, path("j.aif"), wanted, &problem_)) << problem_;
+    EXPECT_EQ(samples, read(path("j.aif")));
+}
+
 TEST_F(SoundFactsTest, FloatsAboveFullScaleAreClippedNotWrapped) {
     SF_INFO info = {};
     info.samplerate = 44100;

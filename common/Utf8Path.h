@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <string>
 
-namespace tessera::peer {
+namespace tessera::programs {
 
 inline std::filesystem::path nativePath(const std::string& utf8) {
     return std::filesystem::path(std::u8string(utf8.begin(), utf8.end()));
@@ -15,4 +15,4 @@ inline std::string utf8Text(const std::filesystem::path& path) {
     return std::string(text.begin(), text.end());
 }
 
-} // namespace tessera::peer
+} // namespace tessera::programs

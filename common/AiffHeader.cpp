@@ -1,9 +1,9 @@
-#include "host/audio/AiffHeader.h"
+#include "common/AiffHeader.h"
 
 #include <cstring>
 #include <fstream>
 
-namespace tessera::host {
+namespace tessera::programs {
 namespace {
 
 constexpr std::int64_t kFormHeaderBytes = 12;
@@ -46,4 +46,4 @@ void mendAiffLength(const std::string& path, std::int64_t frames, std::int64_t d
     }
 }
 
-} // namespace tessera::host
+} // namespace tessera::programs

@@ -8,8 +8,8 @@
 #include <cstdint>
 #include <string>
 
-namespace tessera::host {
+namespace tessera::programs {
 
 void mendAiffLength(const std::string& path, std::int64_t frames, std::int64_t dataBytes);
 
-} // namespace tessera::host
+} // namespace tessera::programs
