@@ -79,7 +79,7 @@ void FAttributeValue::setString8(const char* text, TextHolding holding) {
     if (holding == TextHolding::byReference) {
         setValue(kText | kByReference, wordOf(text));
     } else {
-        setOwnText(FStringRef(text));
+        setText(FStringRef(text));
     }
 }
 
@@ -90,11 +90,11 @@ void FAttributeValue::setString16(const char16_t* text, TextHolding holding) {
     if (holding == TextHolding::byReference) {
         setValue(kText | kByReference | kWideText, wordOf(text));
     } else {
-        setOwnText(FStringRef(text));
+        setText(FStringRef(text));
     }
 }
 
-void FAttributeValue::setOwnText(const FStringRef& text) {
+void FAttributeValue::setText(const FStringRef& text) {
     if (CmString* present = ownText()) {
         present->string().assign(text);
         return;
@@ -157,7 +157,7 @@ CmString* FAttributeValue::ownText() const {
     return hasType(kText) && !hasType(kByReference) ? static_cast<CmString*>(pointer()) : nullptr;
 }
 
-FStringRef FAttributeValue::textView() const {
+FStringRef FAttributeValue::getText() const {
     if (const CmString* text = ownText()) {
         return text->string();
     }
@@ -174,7 +174,7 @@ std::int64_t FAttributeValue::getInt() const {
         return value_;
     }
     std::int64_t number = 0;
-    return textView().getInt64(number, 0, FNumberSearch::ahead) ? number : 0;
+    return getText().getInt64(number, 0, FNumberSearch::ahead) ? number : 0;
 }
 
 double FAttributeValue::getFloat() const {
@@ -182,13 +182,13 @@ double FAttributeValue::getFloat() const {
         return std::bit_cast<double>(value_);
     }
     double number = 0;
-    return textView().getFloat(number, 0, FNumberSearch::ahead) ? number : 0;
+    return getText().getFloat(number, 0, FNumberSearch::ahead) ? number : 0;
 }
 
 // A raw text of the other width becomes an owned one, which can be converted.
 const FString* FAttributeValue::textToConvert() {
     if (hasType(kText) && hasType(kByReference)) {
-        setOwnText(textView());
+        setText(getText());
     }
     if (const CmString* text = ownText()) {
         return &text->string();

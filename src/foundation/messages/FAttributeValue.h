@@ -62,6 +62,8 @@ public:
     // Null is the empty text.
     void setString8(const char* text, TextHolding holding = TextHolding::copied);
     void setString16(const char16_t* text, TextHolding holding = TextHolding::copied);
+    // A copy, in the width of the text.
+    void setText(const FStringRef& text);
     // holding: kByReference takes a reference, kOwned takes over the caller's; 0 only points at the object. When the
     // value is this very object already nothing happens: it stays held as it is, and the caller keeps its reference.
     void setObject(CmObject* object, std::uint16_t holding);
@@ -80,6 +82,8 @@ public:
     // Texts belong to this value and stand until it changes. An object counts when it is a CmString.
     const char* getString8();
     const char16_t* getString16();
+    // The text as it is, in its own width; a null view where there is none.
+    FStringRef getText() const;
     // Borrowed; null for any other type.
     CmObject* getObject() const;
     IBaseUnknown* getForeign() const;
@@ -92,9 +96,7 @@ public:
 private:
     void* pointer() const;
     void setValue(std::uint16_t bits, std::int64_t value);
-    void setOwnText(const FStringRef& text);
     CmString* ownText() const;
-    FStringRef textView() const;
     const FString* textToConvert();
     bool readValue(FStream& stream, std::uint16_t type);
 

@@ -29,7 +29,7 @@ bool FAttributeValue::write(FStream& stream) const {
         return CmDelegatingUnknown(getForeign()).write(stream);
     }
     if (hasType(kText)) {
-        return FString(textView()).writeString(stream);
+        return FString(getText()).writeString(stream);
     }
     if (hasType(kInteger)) {
         return stream.writeInt64(getInt());
@@ -71,7 +71,7 @@ bool FAttributeValue::readValue(FStream& stream, std::uint16_t type) {
         if (!text.readString(stream)) {
             return false;
         }
-        setOwnText(text);
+        setText(text);
         return true;
     }
     if ((type & kInteger) != 0) {

@@ -1,4 +1,11 @@
 // The class records of this layer, in one place so that their order is fixed.
+#include "persistence/attributes/FAttrBuffer.h"
+#include "persistence/attributes/FAttributes.h"
+#include "persistence/attributes/FFloatList.h"
+#include "persistence/attributes/FIntList.h"
+#include "persistence/attributes/FSubList.h"
+#include "persistence/attributes/FXmlInstance.h"
+#include "persistence/attributes/FXmlReference.h"
 #include "persistence/files/FNFileIterator.h"
 #include "persistence/files/FNFileSystem.h"
 #include "persistence/files/FileChangeHub.h"
@@ -31,5 +38,23 @@ FMetaClass FNFileSystem::metaClass("FNFileSystem", &FFileSystem::metaClass, null
 FMetaClass FFileIterator::metaClass("FFileIterator", &CmObject::metaClass, nullptr);
 FMetaClass FNFileIterator::metaClass("FNFileIterator", &FFileIterator::metaClass, nullptr);
 FMetaClass FileChangeHub::metaClass("FileChangeHub", &CmObject::metaClass, nullptr);
+
+// Trees are found under both names and written under the second.
+FMetaClass FAttributes::metaClass("FAttributes", &CmObject::metaClass, createCmObject<FAttributes>);
+namespace {
+const FMetaClass attributesAlias("Attributes", FAttributes::metaClass);
+} // namespace
+
+// Values inside of trees: known by name, and not created by it.
+FMetaClass FAttrBuffer::metaClass("FAttrBuffer", &CmObject::metaClass, nullptr);
+FMetaClass FAttrList::metaClass("FAttrList", &CmObject::metaClass, nullptr);
+FMetaClass FIntList::metaClass("FIntList", &FAttrList::metaClass, nullptr);
+FMetaClass FFloatList::metaClass("FFloatList", &FAttrList::metaClass, nullptr);
+FMetaClass FStringList::metaClass("FStringList", &FAttrList::metaClass, nullptr);
+FMetaClass FObjectList::metaClass("FObjectList", &FAttrList::metaClass, nullptr);
+FMetaClass FSubList::metaClass("FSubList", &FAttrList::metaClass, nullptr);
+FMetaClass FXmlObject::metaClass("FXmlObject", &CmObject::metaClass, nullptr);
+FMetaClass FXmlInstance::metaClass("FXmlInstance", &FXmlObject::metaClass, nullptr);
+FMetaClass FXmlReference::metaClass("FXmlReference", &FXmlObject::metaClass, nullptr);
 
 } // namespace tessera
