@@ -9,7 +9,8 @@
 // ends one below the minimum: 6 and -3 become -1. That is how wrapping values have always behaved, and what is stored
 // depends on it.
 //
-// Written to documents as "Binding::IntValue".
+// Saved as "Value", "Min" and "Max"; the range is restored first, so that the value meets its own. Written to documents
+// as "Binding::IntValue".
 #pragma once
 
 #include "foundation/values/UValue.h"
@@ -26,6 +27,9 @@ public:
 
     bool isTypeOf(const char* className, bool askBase) const override;
     UIntValue* clone() const override;
+    bool storeAttributes(FAttributes& attributes) const override;
+    // Each of the three may be missing, and is left as it is then. The value is set as by setValue.
+    bool restoreAttributes(FAttributes& attributes) override;
 
     std::int32_t limit(std::int32_t value) const override;
     void setValue(std::int32_t value) override;

@@ -5,19 +5,6 @@
 #include "foundation/values/UValue.h"
 
 namespace tessera {
-namespace {
-
-// With a reference; null when the object doesn't have the interface.
-template <class Interface>
-FRefPtr<Interface> queryFor(IBaseUnknown* object) {
-    void* found = nullptr;
-    if (object == nullptr || object->queryInterface(Interface::iid, &found) != kResultOk) {
-        return nullptr;
-    }
-    return FRefPtr<Interface>::adopt(static_cast<Interface*>(found));
-}
-
-} // namespace
 
 std::int32_t UPlugTarget::receiveMessage(FMessage* message) {
     const bool begins = message->isMessage("BeginEdit");
@@ -28,8 +15,8 @@ std::int32_t UPlugTarget::receiveMessage(FMessage* message) {
     if (object == nullptr || !object->isTypeOf(UValue::kBindingName, true)) {
         return 1;
     }
-    const FRefPtr<IValue> value = queryFor<IValue>(object);
-    const FRefPtr<IValueOwner> owner = queryFor<IValueOwner>(owner_.get());
+    const auto value = queryFor<IValue>(object);
+    const auto owner = queryFor<IValueOwner>(owner_.get());
     if (value && owner) {
         begins ? owner->beginEdit(value.get()) : owner->endEdit(value.get());
     }

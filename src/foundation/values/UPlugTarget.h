@@ -10,6 +10,8 @@
 
 namespace tessera {
 
+struct IAttributes;
+
 class UPlugTarget : public CmClass<UPlugTarget, CmObject, IPlugTarget> {
 public:
     static FMetaClass metaClass;
@@ -18,6 +20,9 @@ public:
 
     void setOwner(IBaseUnknown* owner) override { owner_ = owner; }
     IBaseUnknown* getOwner() override { return owner_.get(); }
+
+    // Whether the attributes are of a value that has a plug target.
+    static bool isPlugTarget(IAttributes& attributes);
 
     // 1 for "BeginEdit" and "EndEdit", whether somebody could be told or not; 0 for any other message.
     std::int32_t receiveMessage(FMessage* message) override;
