@@ -19,6 +19,8 @@ public:
     bool isEqual(const CmObject* other) const override;
     bool read(FStream& stream) override;
     bool write(FStream& stream) const override;
+    bool storeAttributes(FAttributes& attributes) const override;
+    bool restoreAttributes(FAttributes& attributes) override;
 
     // A value to look after, without a text until backup() asks for it. False when it is among them already.
     bool add(const FStringRef& key, const FStringRef& valueName);

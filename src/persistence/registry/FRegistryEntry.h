@@ -21,6 +21,8 @@ public:
     bool isEqual(const CmObject* other) const override;
     bool read(FStream& stream) override;
     bool write(FStream& stream) const override;
+    bool storeAttributes(FAttributes& attributes) const override;
+    bool restoreAttributes(FAttributes& attributes) override;
 
     const FString& getKey() const { return key_; }
     const FString& getValueName() const { return valueName_; }

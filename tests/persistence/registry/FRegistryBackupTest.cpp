@@ -2,6 +2,7 @@
 
 #include "foundation/object/ClassFactory.h"
 #include "foundation/object/FRefPtr.h"
+#include "persistence/attributes/FAttributes.h"
 #include "persistence/streams/FMemoryStream.h"
 #include "platform/RegistryValues.h"
 #include "support/ScopedEnvironment.h"
@@ -103,6 +104,21 @@ TEST_F(FRegistryBackupTest, ACopyIsEqualAndApart) {
     backup_.at(0)->setText("x");
     EXPECT_FALSE(copy->isEqual(&backup_));
     EXPECT_FALSE(backup_.isEqual(nullptr));
+}
+
+TEST_F(FRegistryBackupTest, ComesBackFromATree) {
+    platform::writeRegistryValue(kKey, u"Path", u"before");
+    backup_.backup();
+    FAttributes tree;
+    ASSERT_TRUE(backup_.storeAttributes(tree));
+    EXPECT_EQ(tree.listCount("Entries"), 3);
+    FRegistryBackup restored;
+    restored.add("old", "old");
+    EXPECT_TRUE(restored.restoreAttributes(tree));
+    EXPECT_TRUE(restored.isEqual(&backup_));
+    FAttributes empty;
+    EXPECT_TRUE(restored.restoreAttributes(empty));
+    EXPECT_EQ(restored.getCount(), 0);
 }
 
 } // namespace

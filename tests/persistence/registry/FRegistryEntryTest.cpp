@@ -2,6 +2,7 @@
 
 #include "foundation/object/ClassFactory.h"
 #include "foundation/object/FRefPtr.h"
+#include "persistence/attributes/FAttributes.h"
 #include "persistence/streams/FMemoryStream.h"
 #include "platform/RegistryValues.h"
 #include "support/ScopedEnvironment.h"
@@ -103,6 +104,22 @@ TEST_F(FRegistryEntryTest, ComesBackFromAStream) {
         }
         entry.setText(u"größe");
     }
+}
+
+TEST_F(FRegistryEntryTest, ComesBackFromATree) {
+    FRegistryEntry entry(kKey, u"Path");
+    for (int round = 0; round < 2; ++round) {
+        FAttributes tree;
+        ASSERT_TRUE(entry.storeAttributes(tree));
+        EXPECT_EQ(tree.getCount(), 2 + round);
+        FRegistryEntry restored("old", "old");
+        restored.setText("old");
+        EXPECT_TRUE(restored.restoreAttributes(tree));
+        EXPECT_TRUE(restored.isEqual(&entry));
+        entry.setText("");
+    }
+    FAttributes empty;
+    EXPECT_FALSE(entry.restoreAttributes(empty));
 }
 
 } // namespace
