@@ -3,8 +3,14 @@
 //   2  the same, the folder with "/"
 //   0  an older record: 16-bit kind and 40 bytes that mean nothing any more; no folder
 // With any other tag nothing more is read, and the folder is empty.
+//
+// As a tree: "Name" and "Path" as texts and "Type" as an integer, each only where there is something, and the tree
+// "FileType". An integer "PathType" is read and never written: files that were made elsewhere have it, and with any
+// other value than 1 their "Path" has "/".
+#include "persistence/attributes/FAttributes.h"
 #include "persistence/paths/FPath.h"
 #include "persistence/paths/PathRules.h"
+#include "persistence/paths/PathText.h"
 #include "persistence/streams/FStream.h"
 
 namespace tessera {
@@ -12,6 +18,13 @@ namespace tessera {
 namespace {
 
 enum FormatTag : std::int32_t { kOldRecord = 0, kBackslashes = 1, kSlashes = 2 };
+
+constexpr const char* kName = "Name";
+constexpr const char* kPath = "Path";
+constexpr const char* kType = "Type";
+constexpr const char* kFileType = "FileType";
+constexpr const char* kPathType = "PathType";
+constexpr std::int64_t kWithBackslashes = 1;
 
 constexpr std::int32_t kOldRecordRest = 2 + 4 + 2 + 32;
 
@@ -47,6 +60,37 @@ bool FPath::read(FStream& stream) {
 bool FPath::write(FStream& stream) const {
     return name_.writeString(stream) && fileType_.write(stream) && stream.writeInt32(kBackslashes) &&
            stream.writeInt16(kind_) && path_.writeString(stream);
+}
+
+bool FPath::storeAttributes(FAttributes& attributes) const {
+    if ((!name_.isEmpty() && !attributes.setString(kName, name_)) ||
+        (!path_.isEmpty() && !attributes.setString(kPath, path_)) || (kind_ != 0 && !attributes.setInt(kType, kind_))) {
+        return false;
+    }
+    return !savesFileTypes() || isFolder() || !fileType_.isDefined() || attributes.setAttributes(kFileType, fileType_);
+}
+
+bool FPath::restoreAttributes(FAttributes& attributes) {
+    name_.clear();
+    path_.clear();
+    attributes.getString(kName, name_);
+    attributes.getString(kPath, path_);
+    std::int64_t kind = 0;
+    attributes.getInt(kType, kind);
+    kind_ = static_cast<std::int16_t>(kind);
+    std::int64_t pathType = kWithBackslashes;
+    attributes.getInt(kPathType, pathType);
+    if (pathType != kWithBackslashes) {
+        path_.replaceChars("/", kPathSeparator);
+    }
+    if (!name_.isEmpty() && !path_.isEmpty() && !pathtext::endsInSeparator(pathtext::viewOf(path_))) {
+        path_.appendChar(kPathSeparator);
+    }
+    // The kind may have to be found out from the system, which takes the whole path.
+    if (!isFolder()) {
+        attributes.getAttributesInto(kFileType, fileType_);
+    }
+    return true;
 }
 
 } // namespace tessera

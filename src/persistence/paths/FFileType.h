@@ -38,6 +38,9 @@ public:
     bool isEqual(const HostTypeRecord& record) const;
     bool read(FStream& stream) override;
     bool write(FStream& stream) const override;
+    bool storeAttributes(FAttributes& attributes) const override;
+    // What the tree lacks stays as it is.
+    bool restoreAttributes(FAttributes& attributes) override;
 
     std::uint32_t getMacType() const { return macType_; }
     void setMacType(std::uint32_t type) { macType_ = type; }

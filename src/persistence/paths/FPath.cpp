@@ -14,6 +14,8 @@ using pathtext::stringOf;
 using pathtext::viewOf;
 using pathtext::wideText;
 
+bool FPath::savesFileTypes_ = true;
+
 FPath::FPath(PathKind kind) : kind_(static_cast<std::int16_t>(kind)), hostView_(*this) {}
 
 FPath::FPath(const FPath& other)

@@ -35,6 +35,9 @@ public:
     std::uint32_t hash(std::uint32_t tableSize) const override;
     bool read(FStream& stream) override;
     bool write(FStream& stream) const override;
+    bool storeAttributes(FAttributes& attributes) const override;
+    // What the tree lacks is empty or 0 afterwards, but for the file type, which stays.
+    bool restoreAttributes(FAttributes& attributes) override;
 
     virtual void setName(const FStringRef& text);
     virtual const FString& getName() const;
@@ -112,6 +115,16 @@ public:
     // made shorter than minLine, and a rest shorter than minTail isn't broken any more.
     static void wrapForDisplay(FString& text, std::int32_t minLine, std::int32_t maxLine, std::int32_t minTail);
 
+    // Keeps the full path as text under the key, in the user's settings, and takes it from there, with the flags and
+    // the kind that this path has. saveDefaultPath does nothing without a key, loadDefaultPath is false where nothing
+    // is kept. Both are defined with the settings, in appservices: only who calls them needs that layer.
+    void saveDefaultPath(const char* key) const;
+    bool loadDefaultPath(const char* key);
+
+    // Whether storeAttributes stores file types, for all paths of the process. On at first.
+    static bool savesFileTypes() { return savesFileTypes_; }
+    static void setSavesFileTypes(bool save) { savesFileTypes_ = save; }
+
     IHostPath& hostView() { return hostView_; }
 
 protected:
@@ -125,6 +138,8 @@ protected:
     FString path_;
 
 private:
+    static bool savesFileTypes_;
+
     FHostPathView hostView_;
 };
 
