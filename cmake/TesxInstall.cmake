@@ -5,7 +5,7 @@
 # So a consumer links the targets TesseraExchange::<layer>, which see to that, and never the archives behind them.
 include(CMakePackageConfigHelpers)
 
-set(framework_layers platform foundation persistence appservices discovery exportscripts wire)
+set(framework_layers platform foundation persistence appservices components discovery exportscripts wire)
 set(framework_libraries_platform Threads::Threads utf8proc md ${CMAKE_DL_LIBS})
 set(framework_libraries_exportscripts tinyxml2)
 set(framework_libraries_wire nanomsg)
@@ -29,7 +29,7 @@ foreach(layer IN LISTS framework_layers)
             ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}/TesseraExchange COMPONENT framework)
 endforeach()
 
-foreach(folder platform foundation persistence appservices discovery exportscripts shell/hostapi)
+foreach(folder platform foundation persistence appservices components discovery exportscripts shell/hostapi)
     get_filename_component(parent ${folder} DIRECTORY)
     install(DIRECTORY src/${folder} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/TesseraExchange/${parent}
             COMPONENT framework FILES_MATCHING PATTERN "*.h" PATTERN "linux" EXCLUDE PATTERN "windows" EXCLUDE)

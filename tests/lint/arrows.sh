@@ -14,6 +14,7 @@ src/foundation/containers: platform foundation/text foundation/threads foundatio
 src/foundation/messages: platform foundation
 src/persistence: platform foundation
 src/appservices: platform foundation persistence
+src/components: platform foundation persistence appservices shell/hostapi
 src/discovery: platform foundation persistence
 src/exportscripts: platform foundation persistence discovery
 src/workflow: platform foundation persistence discovery shell/hostapi
