@@ -2,6 +2,7 @@
 find_package(Threads REQUIRED)
 find_package(PkgConfig REQUIRED)
 
+pkg_check_modules(expat REQUIRED IMPORTED_TARGET expat)
 pkg_check_modules(nanomsg REQUIRED IMPORTED_TARGET nanomsg)
 pkg_check_modules(tinyxml2 REQUIRED IMPORTED_TARGET tinyxml2)
 pkg_check_modules(sndfile REQUIRED IMPORTED_TARGET sndfile)

@@ -7,6 +7,7 @@ include(CMakePackageConfigHelpers)
 
 set(framework_layers platform foundation persistence appservices components discovery exportscripts wire)
 set(framework_libraries_platform Threads::Threads utf8proc md ${CMAKE_DL_LIBS})
+set(framework_libraries_persistence expat)
 set(framework_libraries_exportscripts tinyxml2)
 set(framework_libraries_wire nanomsg)
 

@@ -15,6 +15,8 @@
 #include "persistence/streams/FFileStream.h"
 #include "persistence/streams/FIBStream.h"
 #include "persistence/streams/FMemoryStream.h"
+#include "persistence/xml/FXmlAttribute.h"
+#include "persistence/xml/FXmlWriter.h"
 
 namespace tessera {
 
@@ -56,5 +58,9 @@ FMetaClass FSubList::metaClass("FSubList", &FAttrList::metaClass, nullptr);
 FMetaClass FXmlObject::metaClass("FXmlObject", &CmObject::metaClass, nullptr);
 FMetaClass FXmlInstance::metaClass("FXmlInstance", &FXmlObject::metaClass, nullptr);
 FMetaClass FXmlReference::metaClass("FXmlReference", &FXmlObject::metaClass, nullptr);
+
+// Known by name, and not created by it: one is a part of a tag, the other needs its stream.
+FMetaClass FXmlAttribute::metaClass("FXmlAttribute", &CmObject::metaClass, nullptr);
+FMetaClass FXmlWriter::metaClass("FXmlWriter", &CmObject::metaClass, nullptr);
 
 } // namespace tessera

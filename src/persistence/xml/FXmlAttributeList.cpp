@@ -1,0 +1,50 @@
+#include "persistence/xml/FXmlAttributeList.h"
+
+#include <utility>
+
+namespace tessera {
+
+const FXmlAttribute* FXmlAttributeList::find(std::string_view name) const {
+    for (const FXmlAttribute& attribute : *this) {
+        if (!attribute.getName().isWide() && attribute.getName().view8() == name) {
+            return &attribute;
+        }
+    }
+    return nullptr;
+}
+
+const FString* FXmlAttributeList::valueOf(std::string_view name) const {
+    const FXmlAttribute* attribute = find(name);
+    return attribute != nullptr ? &attribute->getValue() : nullptr;
+}
+
+void FXmlAttributeList::add(FRefPtr<FXmlAttribute> attribute) {
+    FXmlAttribute* added = attribute.detach();
+    added->next_ = nullptr;
+    (last_ != nullptr ? last_->next_ : first_) = added;
+    last_ = added;
+    ++count_;
+}
+
+void FXmlAttributeList::add(const FStringRef& name, const FStringRef& value) {
+    add(FRefPtr<FXmlAttribute>::adopt(new FXmlAttribute(name, value)));
+}
+
+FRefPtr<FXmlAttribute> FXmlAttributeList::takeFirst() {
+    FXmlAttribute* taken = first_;
+    if (taken == nullptr) {
+        return nullptr;
+    }
+    first_ = std::exchange(taken->next_, nullptr);
+    last_ = first_ != nullptr ? last_ : nullptr;
+    --count_;
+    return FRefPtr<FXmlAttribute>::adopt(taken);
+}
+
+void FXmlAttributeList::clear() {
+    while (!isEmpty()) {
+        takeFirst();
+    }
+}
+
+} // namespace tessera
