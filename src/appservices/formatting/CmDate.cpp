@@ -2,6 +2,7 @@
 
 #include "appservices/formatting/CmTime.h"
 #include "appservices/formatting/NumberFields.h"
+#include "persistence/attributes/FAttributes.h"
 
 #include <algorithm>
 #include <limits>
@@ -14,6 +15,12 @@ constexpr std::int64_t kDaysPerEra = 146'097;
 constexpr std::int64_t kYearsPerEra = 400;
 // 1 March of the year 0. Years that begin in March have their leap day at their end, where it moves no other day.
 constexpr std::int64_t kFirstEra = 1'721'120;
+constexpr const char* kJulianKey = "Julian";
+
+std::int32_t nearestDay(std::int64_t day) {
+    using Limits = std::numeric_limits<std::int32_t>;
+    return static_cast<std::int32_t>(std::clamp<std::int64_t>(day, Limits::min(), Limits::max()));
+}
 
 std::int64_t floorDivide(std::int64_t value, std::int64_t divisor) {
     return value / divisor - (value % divisor < 0 ? 1 : 0);
@@ -49,14 +56,25 @@ std::uint32_t CmDate::hash(std::uint32_t tableSize) const {
     return tableSize != 0 ? static_cast<std::uint32_t>(julianDay_) % tableSize : 0;
 }
 
+bool CmDate::storeAttributes(FAttributes& attributes) const {
+    return attributes.setInt(kJulianKey, julianDay_);
+}
+
+bool CmDate::restoreAttributes(FAttributes& attributes) {
+    std::int64_t day = 0;
+    if (!attributes.getInt(kJulianKey, day)) {
+        return false;
+    }
+    julianDay_ = nearestDay(day);
+    return true;
+}
+
 CmDate* CmDate::clone() const {
     return new CmDate(*this);
 }
 
 void CmDate::setFromUnixTime(std::int64_t seconds) {
-    using Limits = std::numeric_limits<std::int32_t>;
-    const std::int64_t day = floorDivide(seconds, CmTime::kSecondsPerDay) + kUnixEpoch;
-    julianDay_ = static_cast<std::int32_t>(std::clamp<std::int64_t>(day, Limits::min(), Limits::max()));
+    julianDay_ = nearestDay(floorDivide(seconds, CmTime::kSecondsPerDay) + kUnixEpoch);
 }
 
 CmDate::Civil CmDate::getCivil() const {

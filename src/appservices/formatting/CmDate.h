@@ -33,6 +33,9 @@ public:
     bool isEqual(const CmObject* other) const override;
     int compare(const CmObject* other) const override;
     std::uint32_t hash(std::uint32_t tableSize) const override;
+    // The attribute "Julian", an integer. Without it restoring is false; a number that doesn't fit becomes the nearest.
+    bool storeAttributes(FAttributes& attributes) const override;
+    bool restoreAttributes(FAttributes& attributes) override;
     CmDate* clone() const override;
 
     std::int32_t getJulianDay() const { return julianDay_; }

@@ -1,8 +1,17 @@
 #include "appservices/formatting/CmTime.h"
 
 #include "appservices/formatting/NumberFields.h"
+#include "persistence/attributes/FAttributes.h"
+
+#include <algorithm>
+#include <limits>
 
 namespace tessera {
+namespace {
+
+constexpr const char* kSecondsKey = "Seconds";
+
+} // namespace
 
 bool CmTime::isEqual(const CmObject* other) const {
     const auto* time = cmCast<CmTime>(other);
@@ -19,6 +28,20 @@ int CmTime::compare(const CmObject* other) const {
 
 std::uint32_t CmTime::hash(std::uint32_t tableSize) const {
     return tableSize != 0 ? seconds_ % tableSize : 0;
+}
+
+bool CmTime::storeAttributes(FAttributes& attributes) const {
+    return attributes.setInt(kSecondsKey, seconds_);
+}
+
+bool CmTime::restoreAttributes(FAttributes& attributes) {
+    std::int64_t seconds = 0;
+    if (!attributes.getInt(kSecondsKey, seconds)) {
+        return false;
+    }
+    seconds_ =
+        static_cast<std::uint32_t>(std::clamp<std::int64_t>(seconds, 0, std::numeric_limits<std::uint32_t>::max()));
+    return true;
 }
 
 CmTime* CmTime::clone() const {

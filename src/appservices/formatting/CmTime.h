@@ -24,6 +24,9 @@ public:
     bool isEqual(const CmObject* other) const override;
     int compare(const CmObject* other) const override;
     std::uint32_t hash(std::uint32_t tableSize) const override;
+    // The attribute "Seconds". Without it restoring is false; a number that doesn't fit becomes the nearest one.
+    bool storeAttributes(FAttributes& attributes) const override;
+    bool restoreAttributes(FAttributes& attributes) override;
     CmTime* clone() const override;
 
     std::uint32_t getSeconds() const { return seconds_; }

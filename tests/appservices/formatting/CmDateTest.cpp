@@ -3,6 +3,7 @@
 #include "foundation/containers/CmString.h"
 #include "foundation/object/ClassFactory.h"
 #include "foundation/object/FRefPtr.h"
+#include "persistence/attributes/FAttributes.h"
 
 #include <gtest/gtest.h>
 
@@ -160,6 +161,37 @@ TEST(CmDate, RefusesTextThatIsNoDateAndStays) {
         EXPECT_FALSE(date.setText(text));
         EXPECT_EQ(date.getJulianDay(), 9);
     }
+}
+
+TEST(CmDate, KeepsItsCountUnderJulianAsAnInteger) {
+    FAttributes attributes;
+    ASSERT_TRUE(CmDate(2'451'911).storeAttributes(attributes));
+    ASSERT_EQ(attributes.getCount(), 1);
+    EXPECT_TRUE(attributes.at(0)->hasType(AttributeBits::kInteger));
+    std::int64_t stored = 0;
+    ASSERT_TRUE(attributes.getInt("Julian", stored));
+    EXPECT_EQ(stored, 2'451'911);
+    CmDate restored;
+    ASSERT_TRUE(restored.restoreAttributes(attributes));
+    EXPECT_EQ(restored.getJulianDay(), 2'451'911);
+}
+
+TEST(CmDate, StaysWhenItsAttributeIsMissing) {
+    FAttributes attributes;
+    CmDate object(7);
+    EXPECT_FALSE(object.restoreAttributes(attributes));
+    EXPECT_EQ(object.getJulianDay(), 7);
+}
+
+TEST(CmDate, TakesTheNearestCountForANumberThatDoesNotFit) {
+    FAttributes attributes;
+    CmDate object;
+    attributes.setInt("Julian", INT64_MIN);
+    ASSERT_TRUE(object.restoreAttributes(attributes));
+    EXPECT_EQ(object.getJulianDay(), INT32_MIN);
+    attributes.setInt("Julian", INT64_MAX);
+    ASSERT_TRUE(object.restoreAttributes(attributes));
+    EXPECT_EQ(object.getJulianDay(), INT32_MAX);
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 #include "foundation/containers/CmString.h"
 #include "foundation/object/ClassFactory.h"
 #include "foundation/object/FRefPtr.h"
+#include "persistence/attributes/FAttributes.h"
 
 #include <gtest/gtest.h>
 
@@ -82,6 +83,37 @@ TEST(CmTime, RefusesTextThatIsNoTimeAndStays) {
         EXPECT_FALSE(time.setText(text));
         EXPECT_EQ(time.getSeconds(), 77u);
     }
+}
+
+TEST(CmTime, KeepsItsCountUnderSecondsAsAnInteger) {
+    FAttributes attributes;
+    ASSERT_TRUE(CmTime(12'345).storeAttributes(attributes));
+    ASSERT_EQ(attributes.getCount(), 1);
+    EXPECT_TRUE(attributes.at(0)->hasType(AttributeBits::kInteger));
+    std::int64_t stored = 0;
+    ASSERT_TRUE(attributes.getInt("Seconds", stored));
+    EXPECT_EQ(stored, 12'345);
+    CmTime restored;
+    ASSERT_TRUE(restored.restoreAttributes(attributes));
+    EXPECT_EQ(restored.getSeconds(), 12'345u);
+}
+
+TEST(CmTime, StaysWhenItsAttributeIsMissing) {
+    FAttributes attributes;
+    CmTime object(7);
+    EXPECT_FALSE(object.restoreAttributes(attributes));
+    EXPECT_EQ(object.getSeconds(), 7u);
+}
+
+TEST(CmTime, TakesTheNearestCountForANumberThatDoesNotFit) {
+    FAttributes attributes;
+    CmTime object;
+    attributes.setInt("Seconds", -1);
+    ASSERT_TRUE(object.restoreAttributes(attributes));
+    EXPECT_EQ(object.getSeconds(), 0u);
+    attributes.setInt("Seconds", std::int64_t{1} << 40);
+    ASSERT_TRUE(object.restoreAttributes(attributes));
+    EXPECT_EQ(object.getSeconds(), UINT32_MAX);
 }
 
 } // namespace
