@@ -143,7 +143,9 @@ FXmlToken FXmlParser::readTagToken() {
 FXmlToken FXmlParser::readWhiteSpace(FXmlToken token) {
     const std::uint8_t wanted = token == FXmlToken::blanks ? kBlank : kLineEnd;
     for (std::string_view bytes = bytesAhead(); !bytes.empty(); bytes = bytesAhead()) {
-        const std::string_view run = bytes.substr(0, lengthUpTo(bytes, static_cast<std::uint8_t>(~wanted)));
+        const auto ends = [wanted](char byte) { return (classOf(byte) & wanted) == 0; };
+        const auto end = std::find_if(bytes.begin(), bytes.end(), ends);
+        const std::string_view run = bytes.substr(0, static_cast<std::size_t>(end - bytes.begin()));
         takeLines(run);
         if (run.size() < bytes.size()) {
             break;
