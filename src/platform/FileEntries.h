@@ -36,6 +36,10 @@ bool deleteFile(std::u16string_view path, std::int32_t& error);
 // volume: the copy appears under the name only when it is complete and on the disk, and then the original goes.
 bool moveEntry(std::u16string_view from, std::u16string_view to, std::int32_t& error);
 
+// Hands the folder's entries to the storage: what was made, renamed or deleted in it by now outlives a power cut. True
+// also where the system, or the file system below it, has no such call.
+bool flushFolder(std::u16string_view path, std::int32_t& error);
+
 // A link at `path` to `target`, in the form in which this system shows links. Fails where the name is taken.
 bool createLink(std::u16string_view path, std::u16string_view target, std::int32_t& error);
 

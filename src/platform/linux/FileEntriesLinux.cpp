@@ -232,6 +232,25 @@ bool moveEntry(std::u16string_view from, std::u16string_view to, std::int32_t& e
     return done(result, error);
 }
 
+bool flushFolder(std::u16string_view path, std::int32_t& error) {
+    const auto native = toNativePath(path);
+    if (!native) {
+        error = ENOENT;
+        return false;
+    }
+    Descriptor folder(::open(native->c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (!folder) {
+        error = errno;
+        return false;
+    }
+    int result = ::fsync(folder.get());
+    while (result == -1 && errno == EINTR) {
+        result = ::fsync(folder.get());
+    }
+    // Some file systems of the network keep their entries in order by themselves and refuse this.
+    return done(result == -1 && errno == EINVAL ? 0 : result, error);
+}
+
 bool createLink(std::u16string_view path, std::u16string_view target, std::int32_t& error) {
     const auto native = toNativePath(path);
     const auto nativeTarget = toNativePath(target);
