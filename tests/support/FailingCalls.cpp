@@ -1,6 +1,7 @@
 #include "support/FailingCalls.h"
 
 #include <cerrno>
+#include <csignal>
 #include <cstdarg>
 #include <dirent.h>
 #include <fcntl.h>
@@ -15,12 +16,16 @@ thread_local bool armed = false;
 thread_local int calls = 0;
 thread_local int failingCall = 0;
 thread_local int failure = 0;
+thread_local bool mayDie = false;
 thread_local std::string failedName;
 int renameError = 0;
 
 bool fails(const char* name) {
     if (!armed || ++calls != failingCall) {
         return false;
+    }
+    if (mayDie) {
+        raise(SIGKILL);
     }
     failedName = name;
     errno = failure;
@@ -38,7 +43,13 @@ void FailingCalls::arm(int number, int error) {
     failingCall = number;
     failure = error;
     failedName.clear();
+    mayDie = false;
     armed = true;
+}
+
+void FailingCalls::armToDie(int lastCall) {
+    arm(lastCall, 0);
+    mayDie = true;
 }
 
 int FailingCalls::disarm() {
@@ -92,6 +103,9 @@ ssize_t __wrap_read(int descriptor, void* buffer, size_t size) {
 
 ssize_t __real_write(int descriptor, const void* buffer, size_t size);
 ssize_t __wrap_write(int descriptor, const void* buffer, size_t size) {
+    if (armed && mayDie && calls + 1 == failingCall) {
+        static_cast<void>(!__real_write(descriptor, buffer, size / 2));
+    }
     return fails("write") ? -1 : __real_write(descriptor, buffer, size);
 }
 

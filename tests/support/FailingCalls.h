@@ -14,6 +14,8 @@ class FailingCalls {
 public:
     // The call of that number, counted from 1, fails with the error; 0 counts and fails none.
     static void arm(int failingCall, int error);
+    // The process ends at the call of that number, as by kill -9: ahead of the call, but half-way through a write.
+    static void armToDie(int lastCall);
     // How many calls came.
     static int disarm();
     // The name of the call that failed; empty when none did.
