@@ -1,0 +1,475 @@
+#include "persistence/objects/FXmlObjectReader.h"
+
+#include "foundation/containers/FByteBuffer.h"
+#include "foundation/text/FNumberScan.h"
+#include "persistence/attributes/FAttributes.h"
+#include "persistence/attributes/FFloatList.h"
+#include "persistence/attributes/FIntList.h"
+#include "persistence/attributes/FSubList.h"
+#include "persistence/streams/FMemoryStream.h"
+
+#include <algorithm>
+#include <cstring>
+#include <string_view>
+
+namespace tessera {
+
+namespace {
+
+// What the running parse is inside of. Programs in the field know these numbers.
+enum class Place {
+    tree = 0,
+    member = 1,
+    binary = 2,
+    ints = 3,
+    floats = 4,
+    strings = 5,
+    objects = 6,
+    trees = 7,
+    treeItem = 8,
+    document = 9,
+    body = 10,
+};
+
+struct ListType {
+    std::string_view name;
+    Place place;
+    FAttrList* (*make)();
+};
+
+constexpr ListType kListTypes[] = {
+    {"obj", Place::objects, []() -> FAttrList* { return new FObjectList; }},
+    {"list", Place::trees, []() -> FAttrList* { return new FSubList; }},
+    {"int", Place::ints, []() -> FAttrList* { return new FIntList; }},
+    {"float", Place::floats, []() -> FAttrList* { return new FFloatList; }},
+    {"string", Place::strings, []() -> FAttrList* { return new FStringList; }},
+};
+
+const ListType* listType(std::string_view name) {
+    const auto* found = std::find_if(std::begin(kListTypes), std::end(kListTypes),
+                                     [name](const ListType& type) { return type.name == name; });
+    return found != std::end(kListTypes) ? found : nullptr;
+}
+
+int digitOf(char c) {
+    if (c >= '0' && c <= '9') {
+        return c - '0';
+    }
+    const char lower = static_cast<char>(c | 0x20);
+    return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
+}
+
+// A missing text is 0, and so is one without a number.
+std::int64_t integerOf(const FString* text) {
+    std::int64_t value = 0;
+    return text != nullptr && text->getInt64(value) ? value : 0;
+}
+
+std::uint64_t unsignedOf(const FString* text) {
+    std::uint64_t value = 0;
+    return text != nullptr && text->getUInt64(value) ? value : 0;
+}
+
+double floatOf(const FString* text) {
+    double value = 0;
+    return text != nullptr && text->getFloat(value) ? value : 0;
+}
+
+// A named root's ID that begins with "-" comes from a program whose IDs were signed, 32 bits wide.
+std::uint64_t rootIdOf(const FString* text) {
+    std::int32_t value = 0;
+    if (text == nullptr || !text->equalsCharAt(0, '-')) {
+        return unsignedOf(text);
+    }
+    return text->getInt32(value) ? static_cast<std::uint32_t>(value) : 0;
+}
+
+std::string_view asView(const FByteBuffer& buffer) {
+    return {reinterpret_cast<const char*>(buffer.getData()), static_cast<std::size_t>(buffer.getFill())};
+}
+
+// The text of a body stands between two line ends that the writer put there, the second with the indentation of the
+// end tag behind it.
+std::string_view withoutFrame(std::string_view text) {
+    if (text.starts_with("\r\n")) {
+        text.remove_prefix(2);
+    } else if (text.starts_with('\n') || text.starts_with('\r')) {
+        text.remove_prefix(1);
+    }
+    const std::size_t end = text.find_last_not_of(" \t");
+    if (end == text.npos || (text[end] != '\n' && text[end] != '\r')) {
+        return text;
+    }
+    text = text.substr(0, end + 1);
+    text.remove_suffix(text.ends_with("\r\n") ? 2 : 1);
+    return text;
+}
+
+// The text as it is kept: 16 bits, or 8 bits where all of it is ASCII. What means nothing in its code page stays as the
+// bytes that it is.
+void assignText(FString& target, std::string_view bytes, bool isWide) {
+    const auto length = static_cast<std::int32_t>(bytes.size());
+    const bool isAscii = std::all_of(bytes.begin(), bytes.end(), [](char c) { return FStringRef::isAsciiChar(c); });
+    if (bytes.empty()) {
+        target = u"";
+    } else if (isWide) {
+        target.assignUtf8(bytes.data(), length);
+    } else if (isAscii) {
+        target.assign8(bytes.data(), length);
+    } else {
+        target = FString(bytes.data(), CodePage::system, length);
+    }
+}
+
+// Where nothing can be stored, for want of a name or of a tree, that is no failure.
+template <class SetValue>
+bool storeValue(FAttributes* tree, const FString* name, SetValue setValue) {
+    if (tree == nullptr || name == nullptr) {
+        return true;
+    }
+    auto record = FRefPtr<FStringIDAttribute>::adopt(new FStringIDAttribute(*name));
+    setValue(*record);
+    return tree->append(record.detach());
+}
+
+} // namespace
+
+struct FXmlObjectReader::Context {
+    Place place;
+    // Where values go; null where they are dropped.
+    FAttributes* tree = nullptr;
+    FAttrList* list = nullptr;
+    FMemoryStream* bytes = nullptr;
+    // The first digit of a pair, or -1.
+    int firstDigit = -1;
+    FByteBuffer* text = nullptr;
+};
+
+struct FXmlObjectReader::Element {
+    const FXmlAttributeList& attributes;
+    // Null when there is none.
+    const FString* name;
+    bool isEmpty;
+    Context& within;
+
+    const FString* valueOf(std::string_view key) const { return attributes.valueOf(key); }
+};
+
+struct FXmlObjectReader::Tag {
+    std::string_view name;
+    bool (FXmlObjectReader::*read)(const Element& element);
+};
+
+FXmlObjectReader::FXmlObjectReader(FStream& stream, const char* rootTag, FXmlEntityColumn column)
+    : FXmlParser(&stream), rootTag_(rootTag) {
+    setOption(FXmlOption::secondEntityColumn, column == FXmlEntityColumn::second);
+}
+
+FXmlObjectReader::~FXmlObjectReader() = default;
+
+bool FXmlObjectReader::readDocument(FAttributes& objects, FAttributes& trees, const FStringRef& onlyRoot) {
+    objects_ = &objects;
+    trees_ = &trees;
+    onlyRoot_ = onlyRoot;
+    Context document{Place::document};
+    return readAll(document);
+}
+
+bool FXmlObjectReader::readObject(FAttributes& members) {
+    Context document{Place::document, &members};
+    return readAll(document);
+}
+
+bool FXmlObjectReader::readAll(Context& document) {
+    if (!parse(&document)) {
+        return false;
+    }
+    resolve();
+    return rootSeen_;
+}
+
+// Sorted once: a table by ID could be made slow by a document that chooses its IDs.
+void FXmlObjectReader::resolve() {
+    const auto before = [](const Instance& a, const Instance& b) { return a.id < b.id; };
+    std::stable_sort(instances_.begin(), instances_.end(), before);
+    for (const FRefPtr<FXmlReference>& reference : references_) {
+        const auto found =
+            std::lower_bound(instances_.begin(), instances_.end(), Instance{reference->getID(), nullptr}, before);
+        if (found != instances_.end() && found->id == reference->getID()) {
+            reference->setTarget(found->object.get());
+        }
+    }
+    instances_.clear();
+}
+
+bool FXmlObjectReader::startElement(const char* name, const FXmlAttributeList& attributes, bool isEmpty,
+                                    void* context) {
+    static constexpr Tag kTags[] = {
+        {"int", &FXmlObjectReader::readInt},       {"item", &FXmlObjectReader::readItem},
+        {"string", &FXmlObjectReader::readString}, {"float", &FXmlObjectReader::readFloat},
+        {"obj", &FXmlObjectReader::readObjectTag}, {"member", &FXmlObjectReader::readMember},
+        {"list", &FXmlObjectReader::readList},     {"bin", &FXmlObjectReader::readBinary},
+        {"root", &FXmlObjectReader::readRoot},     {"rootObjects", &FXmlObjectReader::readRootObjects},
+    };
+    Context& within = *static_cast<Context*>(context);
+    if (within.place == Place::document && name == rootTag_) {
+        rootSeen_ = true;
+        return true;
+    }
+    const FString* valueName = attributes.valueOf("name");
+    // Programs in the field hold the name of a value to the limit that the parser has for the name of an attribute.
+    if (valueName != nullptr && valueName->length() > kMaximumAttributeName) {
+        setErrorState(FXmlError::malformed);
+        return false;
+    }
+    const std::string_view wanted(name);
+    for (const Tag& tag : kTags) {
+        if (tag.name == wanted) {
+            return (this->*tag.read)(Element{attributes, valueName, isEmpty, within});
+        }
+    }
+    setErrorState(within.place == Place::document && !rootSeen_ ? FXmlError::malformed : FXmlError::unexpectedTag);
+    return false;
+}
+
+bool FXmlObjectReader::characters(const char* text, std::int32_t length, void* context) {
+    Context& within = *static_cast<Context*>(context);
+    if (within.text != nullptr) {
+        return length == 0 || within.text->append(text, length);
+    }
+    if (within.bytes == nullptr) {
+        return true;
+    }
+    std::uint8_t pairs[kMaximumTokenSize / 2 + 1];
+    std::int32_t count = 0;
+    for (std::int32_t i = 0; i < length; ++i) {
+        const int digit = digitOf(text[i]);
+        if (digit < 0) {
+            continue;
+        }
+        if (within.firstDigit < 0) {
+            within.firstDigit = digit;
+        } else {
+            pairs[count++] = static_cast<std::uint8_t>(within.firstDigit << 4 | digit);
+            within.firstDigit = -1;
+        }
+    }
+    return within.bytes->write(pairs, count) == count;
+}
+
+bool FXmlObjectReader::readRootObjects(const Element&) {
+    return true;
+}
+
+bool FXmlObjectReader::readRoot(const Element& element) {
+    if (element.name == nullptr) {
+        return false;
+    }
+    if (element.isEmpty) {
+        return readObjectRoot(element);
+    }
+    auto tree = FRefPtr<FAttributes>::adopt(new FAttributes);
+    Context inner{Place::tree, tree.get()};
+    if (!parse(&inner)) {
+        return false;
+    }
+    return trees_ == nullptr ||
+           trees_->setObject(*element.name, tree.get(), AttributeHolding::shared, AttributeFlags::kAppend);
+}
+
+bool FXmlObjectReader::readObjectRoot(const Element& element) {
+    const std::uint64_t id = rootIdOf(element.valueOf("ID"));
+    if (id == 0) {
+        return false;
+    }
+    if (!onlyRoot_.isEmpty()) {
+        if (!(onlyRoot_ == *element.name)) {
+            return true;
+        }
+        wantedId_ = id;
+    }
+    const FRefPtr<FXmlReference> reference = newReference(id);
+    return objects_ == nullptr ||
+           objects_->setObject(*element.name, reference.get(), AttributeHolding::shared, AttributeFlags::kAppend);
+}
+
+FRefPtr<FXmlReference> FXmlObjectReader::newReference(std::uint64_t id) {
+    references_.push_back(FRefPtr<FXmlReference>::adopt(new FXmlReference(id)));
+    return references_.back();
+}
+
+bool FXmlObjectReader::storeObject(const Element& element, CmObject* object) {
+    const auto held = FRefPtr<CmObject>::adopt(object);
+    return storeValue(element.within.tree, element.name,
+                      [&](FStringIDAttribute& record) { record.setObject(held.get(), AttributeBits::kByReference); });
+}
+
+bool FXmlObjectReader::readInt(const Element& element) {
+    return storeValue(element.within.tree, element.name,
+                      [&](FStringIDAttribute& record) { record.setInt(integerOf(element.valueOf("value"))); });
+}
+
+bool FXmlObjectReader::readFloat(const Element& element) {
+    return storeValue(element.within.tree, element.name,
+                      [&](FStringIDAttribute& record) { record.setFloat(floatOf(element.valueOf("value"))); });
+}
+
+bool FXmlObjectReader::readString(const Element& element) {
+    const FString* wide = element.valueOf("wide");
+    const bool isWide = wide != nullptr && (wide->view8() == "true" || wide->view8() == "1");
+    const FString* value = element.valueOf("value");
+    FString text;
+    if (value == nullptr && !element.isEmpty) {
+        if (!readBody(text, isWide)) {
+            return false;
+        }
+    } else {
+        assignText(text, value != nullptr ? value->view8() : std::string_view(), isWide);
+    }
+    return storeValue(element.within.tree, element.name, [&](FStringIDAttribute& record) { record.setText(text); });
+}
+
+bool FXmlObjectReader::readBody(FString& text, bool isWide) {
+    FByteBuffer bytes;
+    Context inner{Place::body};
+    inner.text = &bytes;
+    if (!parseRawText(&inner)) {
+        return false;
+    }
+    // Only now: an entity may have been cut between two pieces.
+    const std::string_view raw = withoutFrame(asView(bytes));
+    char* start = reinterpret_cast<char*>(bytes.getData()) + (raw.data() - asView(bytes).data());
+    assignText(text, {start, resolveXmlEntities(start, raw.size(), entityColumn())}, isWide);
+    return true;
+}
+
+bool FXmlObjectReader::readBinary(const Element& element) {
+    if (element.name == nullptr) {
+        return false;
+    }
+    auto stream = FRefPtr<FMemoryStream>::adopt(new FMemoryStream);
+    if (!element.isEmpty) {
+        Context inner{Place::binary};
+        inner.bytes = stream.get();
+        if (!parse(&inner)) {
+            return false;
+        }
+    }
+    stream->truncate();
+    stream->rewind();
+    return storeObject(element, stream.detach());
+}
+
+bool FXmlObjectReader::readMember(const Element& element) {
+    // Without a name the element is as good as absent: its values go where it stands.
+    if (element.name == nullptr) {
+        return true;
+    }
+    auto tree = FRefPtr<FAttributes>::adopt(new FAttributes);
+    if (!element.isEmpty) {
+        Context inner{Place::member, tree.get()};
+        if (!parse(&inner)) {
+            return false;
+        }
+    }
+    return storeObject(element, tree.detach());
+}
+
+bool FXmlObjectReader::readList(const Element& element) {
+    const FString* type = element.valueOf("type");
+    if (element.name == nullptr || type == nullptr) {
+        return false;
+    }
+    const ListType* known = listType(type->view8());
+    if (known == nullptr) {
+        return true;
+    }
+    auto list = FRefPtr<FAttrList>::adopt(known->make());
+    if (!element.isEmpty) {
+        Context inner{known->place};
+        inner.list = list.get();
+        if (!parse(&inner)) {
+            return false;
+        }
+    }
+    return storeObject(element, list.detach());
+}
+
+bool FXmlObjectReader::readItem(const Element& element) {
+    const Context& within = element.within;
+    const FString* value = element.valueOf("value");
+    switch (within.place) {
+    case Place::ints:
+        if (element.isEmpty) {
+            static_cast<FIntList*>(within.list)->append(integerOf(value));
+        }
+        return element.isEmpty;
+    case Place::floats:
+        if (element.isEmpty) {
+            static_cast<FFloatList*>(within.list)->append(floatOf(value));
+        }
+        return element.isEmpty;
+    case Place::strings: {
+        const std::string_view bytes = value != nullptr ? value->view8() : std::string_view();
+        const FString text(bytes.data(), getCodePage(), static_cast<std::int32_t>(bytes.size()));
+        return element.isEmpty && static_cast<FStringList*>(within.list)->append(text);
+    }
+    case Place::objects:
+        return element.isEmpty && readReferenceItem(element);
+    case Place::trees:
+        return !element.isEmpty && readTreeItem(element);
+    default:
+        // In a list of an unknown type.
+        return true;
+    }
+}
+
+bool FXmlObjectReader::readReferenceItem(const Element& element) {
+    const std::uint64_t id = unsignedOf(element.valueOf("value"));
+    return id != 0 && static_cast<FObjectList*>(element.within.list)->append(newReference(id).detach());
+}
+
+bool FXmlObjectReader::readTreeItem(const Element& element) {
+    auto tree = FRefPtr<FAttributes>::adopt(new FAttributes);
+    Context inner{Place::treeItem, tree.get()};
+    return parse(&inner) && static_cast<FSubList*>(element.within.list)->append(tree.detach());
+}
+
+bool FXmlObjectReader::readObjectTag(const Element& element) {
+    const std::uint64_t id = unsignedOf(element.valueOf("ID"));
+    const FString* className = element.valueOf("class");
+    if (className == nullptr) {
+        return id == 0 || storeStandIn(element, newReference(id).detach());
+    }
+    // With one root wanted, all other objects are passed over, also those that stand in it.
+    if (id == 0 || (wantedId_ != 0 && id != wantedId_)) {
+        return element.isEmpty || skipSubtree();
+    }
+    return readInstance(element, id, *className);
+}
+
+bool FXmlObjectReader::readInstance(const Element& element, std::uint64_t id, const FString& className) {
+    auto tree = FRefPtr<FAttributes>::adopt(new FAttributes);
+    if (!element.isEmpty) {
+        Context inner{Place::tree, tree.get()};
+        if (!parse(&inner)) {
+            return false;
+        }
+    }
+    const auto instance = FRefPtr<FXmlInstance>::adopt(new FXmlInstance(id, className, tree.detach()));
+    instances_.push_back({id, instance});
+    if (id == wantedId_ && references_.size() == 1) {
+        stop(false);
+    }
+    return storeStandIn(element, FRefPtr<FXmlInstance>(instance).detach());
+}
+
+// In a list of objects as an element, elsewhere under its name. One without either is found by its ID alone.
+bool FXmlObjectReader::storeStandIn(const Element& element, FXmlObject* object) {
+    if (element.within.place == Place::objects) {
+        return static_cast<FObjectList*>(element.within.list)->append(object);
+    }
+    return storeObject(element, object);
+}
+
+} // namespace tessera
