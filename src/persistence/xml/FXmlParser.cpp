@@ -26,10 +26,6 @@ std::string_view textOf(const CmObject* tag) {
     return tag != nullptr ? static_cast<const CmString*>(tag)->string().view8() : std::string_view();
 }
 
-void append(FString& text, std::string_view piece) {
-    text.append8(piece.data(), static_cast<std::int32_t>(piece.size()));
-}
-
 } // namespace
 
 FXmlParser::FXmlParser(FStream* stream, FXmlReadAhead readAhead)
@@ -274,19 +270,18 @@ void FXmlParser::fail(FXmlError error) {
     if (!reportErrors_ || !listener) {
         return;
     }
-    FString report;
-    append(report, "Error Message:     ");
-    append(report, xmlErrorText(error));
-    append(report, "\nCurrent Start Tag: ");
-    append(report, textOf(openTags_.at(0)));
-    append(report, "\nCurrent Token:     ");
-    append(report, {token_, static_cast<std::size_t>(tokenLength_)});
-    append(report, "\n");
-    append(report, kReportLine);
-    append(report, "\n\n");
-    append(report, {reinterpret_cast<const char*>(readBuffer_.getData()) + bufferPosition_,
-                    static_cast<std::size_t>(readBuffer_.getFill() - bufferPosition_)});
-    listener(report);
+    std::string report = "Error Message:     ";
+    report += xmlErrorText(error);
+    report += "\nCurrent Start Tag: ";
+    report += textOf(openTags_.at(0));
+    report += "\nCurrent Token:     ";
+    report.append(token_, static_cast<std::size_t>(tokenLength_));
+    report += "\n";
+    report += kReportLine;
+    report += "\n\n";
+    report.append(reinterpret_cast<const char*>(readBuffer_.getData()) + bufferPosition_,
+                  static_cast<std::size_t>(readBuffer_.getFill() - bufferPosition_));
+    listener(FStringRef(report.data(), static_cast<std::int32_t>(report.size())));
 }
 
 } // namespace tessera
