@@ -67,17 +67,19 @@ bool FXmlParser2::parse(FStream& stream) {
 
 bool FXmlParser2::readBlocks() {
     for (;;) {
-        void* block = parser_ ? XML_GetBuffer(parser_.get(), kBlockSize) : nullptr;
+        const std::int32_t size = nextSize();
+        void* block = parser_ ? XML_GetBuffer(parser_.get(), size) : nullptr;
         if (block == nullptr) {
             return false;
         }
-        const std::int32_t count = std::max(stream_->read(block, kBlockSize), 0);
+        bool ended = false;
+        const std::int32_t count = readInto(static_cast<char*>(block), size, ended);
         given_ += count;
-        switch (XML_ParseBuffer(parser_.get(), count, count == 0 ? XML_TRUE : XML_FALSE)) {
+        switch (XML_ParseBuffer(parser_.get(), count, ended ? XML_TRUE : XML_FALSE)) {
         case XML_STATUS_SUSPENDED:
             return true;
         case XML_STATUS_OK:
-            if (count == 0) {
+            if (ended) {
                 return true;
             }
             break;
@@ -85,6 +87,28 @@ bool FXmlParser2::readBlocks() {
             return endsBeforeMore();
         }
     }
+}
+
+// The library looks anew at a token that isn't complete with each block that comes. One that is longer than a block
+// gets as much again as there is of it, so that it costs no more than in proportion.
+std::int32_t FXmlParser2::nextSize() const {
+    constexpr std::int64_t kMost = 1 << 28;
+    const std::int64_t at = parser_ ? XML_GetCurrentByteIndex(parser_.get()) : -1;
+    const std::int64_t waiting = at >= 0 ? std::min(given_ - at, kMost) : 0;
+    return static_cast<std::int32_t>(std::max<std::int64_t>(waiting / kBlockSize, 1)) * kBlockSize;
+}
+
+std::int32_t FXmlParser2::readInto(char* block, std::int32_t size, bool& ended) {
+    std::int32_t filled = 0;
+    while (filled < size && !ended) {
+        const std::int32_t count = stream_->read(block + filled, std::min(kBlockSize, size - filled));
+        ended = count <= 0;
+        filled += std::max(count, 0);
+        if (size == kBlockSize) {
+            break;
+        }
+    }
+    return filled;
 }
 
 void FXmlParser2::stop(bool resumable) {

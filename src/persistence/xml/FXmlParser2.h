@@ -1,9 +1,9 @@
 // FXmlParser2: reads any well-formed XML document from a stream, through the Expat library, and tells a listener.
 //
 // Texts come as UTF-8, whatever the document's encoding, with entities resolved. Blocks of kBlockSize bytes are read
-// straight into the library's buffer. When something follows the document, the stream is moved back to where that
-// begins, ready for the next parse; a stream that can't seek keeps what was read ahead. After a document the parser
-// needs a reset before the next one. One thread per parser.
+// straight into the library's buffer, several of them for a token that is longer than a block. When something follows
+// the document, the stream is moved back to where that begins, ready for the next parse; a stream that can't seek loses
+// what was read ahead. After a document the parser needs a reset before the next one. One thread per parser.
 #pragma once
 
 #include "foundation/object/FRefPtr.h"
@@ -54,6 +54,8 @@ private:
 
     void setHandlers();
     bool readBlocks();
+    std::int32_t nextSize() const;
+    std::int32_t readInto(char* block, std::int32_t size, bool& ended);
     bool endsBeforeMore();
 
     std::unique_ptr<XML_ParserStruct, ParserCloser> parser_;

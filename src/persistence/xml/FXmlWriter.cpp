@@ -114,11 +114,15 @@ bool FXmlWriter::writeLine(std::string_view text, std::int32_t depth) {
     if (text.empty()) {
         return true;
     }
-    std::string whole(static_cast<std::size_t>(depth), '\t');
-    whole += text;
-    whole += "\r\n";
-    const auto count = static_cast<std::int32_t>(whole.size());
-    return stream_ && stream_->write(whole.data(), count) == count;
+    output_.setFill(0);
+    for (std::int32_t i = 0; i < depth; ++i) {
+        append(output_, "\t");
+    }
+    if (!append(output_, text) || !append(output_, "\r\n")) {
+        return false;
+    }
+    const std::int32_t count = output_.getFill();
+    return stream_ && stream_->write(output_.getData(), count) == count;
 }
 
 bool FXmlWriter::appendText(const FStringRef& text) {

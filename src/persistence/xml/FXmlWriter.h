@@ -66,6 +66,8 @@ private:
     std::vector<FString> tagStack_;
     std::uint32_t options_ = static_cast<std::uint32_t>(FXmlWriterOption::escapeValues);
     CmBuffer line_;
+    // The line with indent and end, which goes out in one call.
+    CmBuffer output_;
 };
 
 } // namespace tessera

@@ -66,6 +66,8 @@ public:
           stream_(static_cast<const void*>(text_.data()), static_cast<std::int32_t>(text_.size())) {
         setStream(&stream_);
     }
+    // The stream goes before the parser does.
+    ~TextParser() override { setStream(nullptr); }
 
 private:
     std::string text_;
