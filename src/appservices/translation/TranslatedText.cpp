@@ -1,0 +1,16 @@
+#include "appservices/translation/TranslatedText.h"
+
+#include "appservices/translation/TranslationTable.h"
+
+namespace tessera {
+
+const char16_t* translate(TranslatedText& text) {
+    const char16_t* const cached = text.cached.load(std::memory_order_acquire);
+    if (cached != nullptr) {
+        return cached;
+    }
+    TranslationTable* const table = TranslationTable::getInstance();
+    return table != nullptr ? table->translate(text) : text.key;
+}
+
+} // namespace tessera
