@@ -32,6 +32,10 @@ public:
     // container stays as it was.
     bool read(FStream& stream) override;
     bool write(FStream& stream) const override;
+    // The ownership as "ownership", if there is one, and the elements as a list of objects, "obj". Restoring adds the
+    // elements that can be built to what is there, each with a reference of its own, and takes the ownership over.
+    bool storeAttributes(FAttributes& attributes) const override;
+    bool restoreAttributes(FAttributes& attributes) override;
 
     // What size means differs: elements of a list or tree, capacity of an array, buckets of a hash table.
     virtual std::int32_t getCapacity() const { return size_; }

@@ -33,6 +33,9 @@ public:
     // The stream form of FString.
     bool read(FStream& stream) override;
     bool write(FStream& stream) const override;
+    // Under "s".
+    bool storeAttributes(FAttributes& attributes) const override;
+    bool restoreAttributes(FAttributes& attributes) override;
     CmString* clone() const override;
 
     void setText8(const char* text) override;

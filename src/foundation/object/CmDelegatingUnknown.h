@@ -36,8 +36,15 @@ public:
     bool isEqual(const CmObject* other) const override;
     bool read(FStream& stream) override;
     bool write(FStream& stream) const override;
+    // "GUID", the class of the wrapped object, and "ObjData", what the object saved.
+    bool storeAttributes(FAttributes& attributes) const override;
+    bool restoreAttributes(FAttributes& attributes) override;
 
 private:
+    bool saveObject(FUIDBytes& uid, FAttributes& attributes) const;
+    bool createObject(const FUIDBytes& uid);
+    bool loadObject(FAttributes& attributes);
+
     FRefPtr<IBaseUnknown> object_;
     Owner* owner_;
 };

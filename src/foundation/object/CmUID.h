@@ -23,6 +23,9 @@ public:
     CmUID* clone() const override;
     bool read(FStream& stream) override;
     bool write(FStream& stream) const override;
+    // Under "GUID". False, and unchanged, when the tree has none, or no 32 digits there.
+    bool storeAttributes(FAttributes& attributes) const override;
+    bool restoreAttributes(FAttributes& attributes) override;
 
     // Two digits to a byte in memory order, upper case. At most 32 characters are read; what is no digit counts 0.
     void toMemoryDigits(char* buffer) const;

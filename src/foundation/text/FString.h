@@ -19,6 +19,7 @@
 namespace tessera {
 
 class FStream;
+struct IAttributes;
 struct IStringResult;
 
 class FString : public FStringRef {
@@ -136,6 +137,11 @@ public:
     // Defined in persistence. A count above kMaximumStreamBytes is skipped and false.
     bool readString(FStream& stream);
     bool writeString(FStream& stream) const;
+
+    // As the value under the key in a tree of named values, in the width that it has. getAttribute is false, and the
+    // string unchanged, when the key is missing or its value is no text. Defined in persistence.
+    bool getAttribute(IAttributes& list, const char* key);
+    bool setAttribute(IAttributes& list, const char* key) const;
 
 private:
     template <class Character>

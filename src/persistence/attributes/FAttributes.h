@@ -10,7 +10,7 @@
 // to the tree and stands until the value changes. What was read from a document stands in the tree as FXmlInstance and
 // FXmlReference; getObject and nextObject give the live object behind it, find the record as it is.
 //
-// Not synchronised. Trees may be nested to any depth: they are
+// Not synchronised. A tree goes to another thread after detachObjects. Trees may be nested to any depth: they are
 // released by a loop.
 #pragma once
 
@@ -41,6 +41,9 @@ public:
     static constexpr char kPathSeparator = '|';
     // The key under which a tree carries a list of attributes that isn't its own.
     static constexpr const char* kAdditionalKey = "Additional Attributes";
+    // How deep trees and objects may stand in each other where a tree is walked: by the binary form and detachObjects.
+    static constexpr int kDeepest = 1000;
+
     // What the attributes of a foreign list are known by.
     enum class AdditionalKeys { texts, numbers };
     enum class AdditionalPresent { kept, replaced };
@@ -115,6 +118,12 @@ public:
                           AdditionalPresent present = AdditionalPresent::replaced,
                           const FStringRef& key = kAdditionalKey) const;
 
+    // Makes the tree independent of live objects, of bytes that others own, and of the thread: objects become
+    // instances that hold what the object stored, and an object that is met again a reference to the first; lists of
+    // objects become lists of those; binary data and texts become own ones. False when an object can't be stored, and
+    // beyond kDeepest; the tree is then detached in part.
+    static bool detachObjects(FAttributes& tree);
+
     // The records, in their order. Borrowed; null for a bad index or a name that is missing.
     std::int32_t getCount() const;
     FStringIDAttribute* at(std::int32_t index) const;
@@ -124,6 +133,9 @@ public:
     // Room for so many records.
     bool reserve(std::int32_t count);
 
+    // The tree record of the binary form, without a class name.
+    bool read(FStream& stream) override;
+    bool write(FStream& stream) const override;
     // Appends copies of all records, respectively takes copies of all records in.
     bool storeAttributes(FAttributes& attributes) const override;
     bool restoreAttributes(FAttributes& attributes) override;

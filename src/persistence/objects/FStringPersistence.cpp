@@ -7,6 +7,8 @@
 // The mark stands behind the text so that a reader that knows 8-bit text alone takes the NUL for the end and still gets
 // something that it can show.
 #include "foundation/text/FString.h"
+#include "foundation/text/FVariant.h"
+#include "persistence/attributes/IAttributes.h"
 #include "persistence/streams/FStream.h"
 
 #include <cstdlib>
@@ -82,6 +84,21 @@ bool FString::readString(FStream& stream) {
         toWide(CodePage::utf8);
     }
     return true;
+}
+
+bool FString::getAttribute(IAttributes& list, const char* key) {
+    FVariant value;
+    if (list.get(key, value) != kResultOk) {
+        return false;
+    }
+    const bool isText = value.type() == FVariant::kText8 || value.type() == FVariant::kText16;
+    return isText && assignVariant(value);
+}
+
+bool FString::setAttribute(IAttributes& list, const char* key) const {
+    FVariant value;
+    toVariant(value);
+    return list.set(key, value) == kResultOk;
 }
 
 } // namespace tessera

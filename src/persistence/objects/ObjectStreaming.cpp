@@ -40,13 +40,14 @@ CmObject* createObject(const char* name, const char* className) {
 
 } // namespace
 
+const char* storedClassName(const CmObject& object) {
+    const FMetaClass* record = object.getMetaClass();
+    return record != nullptr ? record->getPersistentName() : object.getClassName();
+}
+
 bool writeObject(FStream& stream, const CmObject* object) {
-    if (object == nullptr) {
-        return FString("").writeString(stream);
-    }
-    const FMetaClass* record = object->getMetaClass();
-    const char* name = record != nullptr ? record->getPersistentName() : nullptr;
-    return name != nullptr && FString(name).writeString(stream) && object->write(stream);
+    return object == nullptr ? FString("").writeString(stream)
+                             : FString(storedClassName(*object)).writeString(stream) && object->write(stream);
 }
 
 bool readObject(FStream& stream, const char* className, CmObject*& object) {

@@ -10,6 +10,9 @@ namespace tessera {
 
 class FStream;
 
+// The name that an object is stored under: the persistent one of its record, or its own where it has none.
+const char* storedClassName(const CmObject& object);
+
 bool writeObject(FStream& stream, const CmObject* object);
 
 // With one reference for the caller in object; null for a stored null. False, and null, when the stream ends early,

@@ -48,6 +48,9 @@ public:
     // owns its block and stands at its start.
     bool read(FStream& stream) override;
     bool write(FStream& stream) const override;
+    // The bytes, under "Data". Afterwards as behind read.
+    bool storeAttributes(FAttributes& attributes) const override;
+    bool restoreAttributes(FAttributes& attributes) override;
 
     const std::uint8_t* getData() const { return data_; }
     std::uint8_t* getData() { return data_; }

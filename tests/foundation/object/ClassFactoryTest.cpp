@@ -30,8 +30,8 @@ public:
         uid = classUID;
         return answer;
     }
-    FResult saveAttributes(IBaseUnknown*) override { return kResultFailure; }
-    FResult loadAttributes(IBaseUnknown*) override { return kResultFailure; }
+    FResult saveAttributes(IAttributes*) override { return kResultFailure; }
+    FResult loadAttributes(IAttributes*) override { return kResultFailure; }
 
     FUIDBytes classUID = IHostList::iid;
     FResult answer = kResultOk;
