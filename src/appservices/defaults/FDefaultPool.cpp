@@ -163,7 +163,8 @@ bool FDefaultPool::restoreAttributes(FAttributes& attributes) {
         auto group = FRefPtr<FDefaults>::adopt(new FDefaults);
         group->restoreAttributes(*tree);
         const std::string name(group->getGroupName().view8());
-        if (!name.empty() && groups_.find(name) == nullptr && !deletedGroups_.contains(name)) {
+        const bool fit = !name.empty() && isStorableText(storableForm(name.c_str()));
+        if (fit && groups_.find(name) == nullptr && !deletedGroups_.contains(name)) {
             enter(name, std::move(group));
         }
     }

@@ -175,6 +175,7 @@ bool FDefaults::restoreAttributes(FAttributes& attributes) {
     attributes.importAdditional(*values_, FAttributes::AdditionalKeys::texts, FAttributes::AdditionalPresent::kept,
                                 kValues);
     bringKeysIntoForm();
+    dropUnstorable();
     return true;
 }
 
@@ -190,6 +191,17 @@ void FDefaults::bringKeysIntoForm() {
     }
     if (changed) {
         values_->sort();
+    }
+}
+
+// A file that was made elsewhere may spell a text shorter than it will be written here, and would be unreadable after
+// the next save.
+void FDefaults::dropUnstorable() {
+    for (std::int32_t i = getCount() - 1; i >= 0; --i) {
+        const FStringIDAttribute* record = at(i);
+        if (!isStorableKey(record->getKey()) || !isStorableText(record->getText())) {
+            values_->removeAt(i);
+        }
     }
 }
 

@@ -56,7 +56,8 @@ public:
     bool initObject(const FStringRef& key, CmObject* object) { return !has(key) && setObject(key, object); }
     bool has(const FStringRef& key) const { return find(key) != nullptr; }
 
-    // "Group", "Version" where there is one, and the tree "Values". Restoring keeps the values that are there.
+    // "Group", "Version" where there is one, and the tree "Values". Restoring keeps the values that are there, and
+    // leaves out what the setters refuse.
     bool storeAttributes(FAttributes& attributes) const override;
     bool restoreAttributes(FAttributes& attributes) override;
 
@@ -67,6 +68,7 @@ private:
     FStringIDAttribute* obtain(const FStringRef& key);
     void makeValues();
     void bringKeysIntoForm();
+    void dropUnstorable();
 
     FString groupName_;
     // Made with the first value; owns them.

@@ -280,6 +280,20 @@ TEST(FDefaults, RestoringKeepsTheValuesThatAreThere) {
     EXPECT_TRUE(group.getGroupName() == "name");
 }
 
+// "<" may be written as such in a file that somebody else made, and takes four bytes in ours.
+TEST(FDefaults, LeavesOutWhatItsOwnFileWouldntGiveBack) {
+    const auto tree = newTree();
+    const auto values = newTree();
+    values->setString("good", "text");
+    values->setString("long", std::string(1000, '<').c_str());
+    values->setInt(std::string(20, '<').c_str(), 1);
+    tree->setObject("Values", values.get());
+    FDefaults group;
+    group.restoreAttributes(*tree);
+    EXPECT_EQ(group.getCount(), 1);
+    EXPECT_EQ(textOf(group, "good"), u"text");
+}
+
 TEST(FDefaults, FindsEveryKeyOfAFile) {
     const auto tree = newTree();
     const auto values = newTree();
