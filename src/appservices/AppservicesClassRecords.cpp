@@ -2,6 +2,7 @@
 #include "appservices/defaults/FGlobalDefaultPool.h"
 #include "appservices/formatting/CmDate.h"
 #include "appservices/formatting/CmTime.h"
+#include "appservices/formatting/UFormatedValue.h"
 
 namespace tessera {
 
@@ -12,5 +13,6 @@ FMetaClass FGlobalDefaultPool::metaClass("FGlobalDefaultPool", &FDefaultPool::me
 
 FMetaClass CmTime::metaClass("CmTime", &CmObject::metaClass, &createCmObject<CmTime>);
 FMetaClass CmDate::metaClass("CmDate", &CmObject::metaClass, &createCmObject<CmDate>);
+FMetaClass UFormatedValue::metaClass("UFormatedValue", &UValue::metaClass, &createCmObject<UFormatedValue>);
 
 } // namespace tessera

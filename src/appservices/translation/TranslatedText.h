@@ -24,4 +24,8 @@ static_assert(sizeof(TranslatedText) == 2 * sizeof(void*));
 // table is loaded or told another language.
 const char16_t* translate(TranslatedText& text);
 
+// For texts that are printed with: the translation if a print with it takes the arguments of the key, else the key. No
+// file can make a program read arguments that aren't there.
+const char16_t* translateFormat(TranslatedText& text);
+
 } // namespace tessera
