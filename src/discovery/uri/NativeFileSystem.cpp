@@ -1,6 +1,7 @@
 #include "discovery/uri/NativeFileSystem.h"
 
 #include "discovery/uri/FileNames.h"
+#include "discovery/watcher/DirectoryWatcher.h"
 #include "foundation/text/FString.h"
 #include "persistence/files/FFileSystem.h"
 #include "persistence/paths/FNPath.h"
@@ -222,6 +223,10 @@ Result<VolumeDetails> NativeFileSystem::volumeInfo(const Uri& uri) const {
     return VolumeDetails{Uri::fromPath(info->root), info->name,     info->fileSystem,
                          kindOf(info->kind),        info->readOnly, info->totalBytes,
                          info->availableBytes};
+}
+
+Result<std::shared_ptr<DirectoryWatcher>> NativeFileSystem::monitor(const Uri&) {
+    return std::make_shared<DirectoryWatcher>();
 }
 
 Result<void> NativeFileSystem::setCurrentDirectory(const Uri& folder) {

@@ -26,6 +26,8 @@ public:
     bool matchPattern(std::string_view name, std::string_view pattern) const override;
     Result<std::vector<Uri>> roots() const override;
     Result<VolumeDetails> volumeInfo(const Uri& uri) const override;
+    // A new watcher each time, which watches nothing yet.
+    Result<std::shared_ptr<DirectoryWatcher>> monitor(const Uri& folder) override;
     Result<void> setCurrentDirectory(const Uri& folder) override;
     Result<FRefPtr<FStream>> open(const Uri& uri, std::uint32_t mode) override;
     Result<bool> createDirectory(const Uri& folder) override;

@@ -3,14 +3,17 @@
 
 #include "discovery/uri/FileSystemFacade.h"
 #include "discovery/uri/TemporaryPath.h"
+#include "discovery/watcher/DirectoryWatcher.h"
 #include "persistence/streams/FStream.h"
 #include "persistence/streams/FileOpenMode.h"
+#include "support/Eventually.h"
 #include "support/ScopedEnvironment.h"
 #include "support/ScratchFolder.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cctype>
 #include <cerrno>
 #include <cstdio>
@@ -259,8 +262,26 @@ TEST_F(NativeFileSystemTest, KnowsItsVolumes) {
     EXPECT_FALSE(files_.volumeInfo(at("absent")).ok());
 }
 
-TEST_F(NativeFileSystemTest, HasNoMonitor) {
-    const auto monitor = files_.monitor(at(""));
+TEST_F(NativeFileSystemTest, HandsOutAMonitorThatTellsOfChanges) {
+    const auto monitor = fileSystem().monitor(at(""));
+    ASSERT_TRUE(monitor.ok());
+    std::atomic<int> added = 0;
+    monitor.value()->addListener([&](const ChangeBatch& batch) {
+        added += static_cast<int>(std::count_if(batch.events.begin(), batch.events.end(), [](const ChangeEvent& event) {
+            return event.kind == ChangeKind::added;
+        }));
+    });
+    ASSERT_TRUE(monitor.value()->watch(at("").path));
+    ASSERT_TRUE(files_.createDirectory(at("new")).ok());
+    EXPECT_TRUE(testing_support::eventually([&] { return added == 1; }));
+}
+
+TEST_F(NativeFileSystemTest, HandsOutANewMonitorEachTime) {
+    EXPECT_NE(files_.monitor(at("")).value(), files_.monitor(at("")).value());
+}
+
+TEST_F(NativeFileSystemTest, OtherFileSystemsHaveNoMonitor) {
+    const auto monitor = files_.FileSystem::monitor(at(""));
     ASSERT_FALSE(monitor.ok());
     EXPECT_EQ(monitor.error().message, "no monitor available");
 }
