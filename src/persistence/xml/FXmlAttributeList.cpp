@@ -1,5 +1,6 @@
 #include "persistence/xml/FXmlAttributeList.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace tessera {
@@ -45,6 +46,31 @@ void FXmlAttributeList::clear() {
     while (!isEmpty()) {
         takeFirst();
     }
+}
+
+void FXmlAttributeList::dropShared() {
+    const auto isShared = [](const FXmlAttribute& attribute) { return attribute.getReferenceCount() > 1; };
+    if (std::none_of(begin(), end(), isShared)) {
+        return;
+    }
+    FXmlAttributeList kept;
+    while (FRefPtr<FXmlAttribute> attribute = takeFirst()) {
+        if (attribute->getReferenceCount() == 1) {
+            kept.add(std::move(attribute));
+        }
+    }
+    prepend(kept);
+}
+
+void FXmlAttributeList::prepend(FXmlAttributeList& other) {
+    if (other.isEmpty()) {
+        return;
+    }
+    other.last_->next_ = first_;
+    first_ = std::exchange(other.first_, nullptr);
+    last_ = last_ != nullptr ? last_ : other.last_;
+    other.last_ = nullptr;
+    count_ += std::exchange(other.count_, 0);
 }
 
 } // namespace tessera

@@ -7,7 +7,9 @@
 #include "foundation/object/FRefPtr.h"
 #include "persistence/xml/FXmlAttribute.h"
 
+#include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <string_view>
 
 namespace tessera {
@@ -16,6 +18,12 @@ class FXmlAttributeList {
 public:
     class Iterator {
     public:
+        using iterator_category = std::input_iterator_tag;
+        using value_type = FXmlAttribute;
+        using difference_type = std::ptrdiff_t;
+        using pointer = const FXmlAttribute*;
+        using reference = const FXmlAttribute&;
+
         explicit Iterator(const FXmlAttribute* attribute) : attribute_(attribute) {}
         const FXmlAttribute& operator*() const { return *attribute_; }
         const FXmlAttribute* operator->() const { return attribute_; }
@@ -47,6 +55,10 @@ public:
     // Null when the list is empty.
     FRefPtr<FXmlAttribute> takeFirst();
     void clear();
+    // Lets go of the attributes that others hold references of as well.
+    void dropShared();
+    // Takes over all of the other list, in front of what this one has.
+    void prepend(FXmlAttributeList& other);
 
 private:
     FXmlAttribute* first_ = nullptr;

@@ -141,6 +141,7 @@ private:
     bool appendNextByte();
 
     bool refill();
+    int peekAtStream();
     std::string_view bytesAhead();
     void take(std::size_t count);
     void takeLines(std::string_view bytes);
@@ -176,5 +177,42 @@ private:
     // One of them, and no parse has its own: what nested calls take of the thread's stack stays small.
     char token_[kMaximumTokenSize + 1];
 };
+
+inline int FXmlParser::nextByte() {
+    if (bufferPosition_ >= readBuffer_.getFill() && !refill()) {
+        return kNoByte;
+    }
+    const std::uint8_t byte = readBuffer_.getData()[bufferPosition_++];
+    countLine(static_cast<char>(byte));
+    return byte;
+}
+
+inline int FXmlParser::peekByte() {
+    return bufferPosition_ < readBuffer_.getFill() ? readBuffer_.getData()[bufferPosition_] : peekAtStream();
+}
+
+// What lies ready, read if need be; empty at the end of the stream.
+inline std::string_view FXmlParser::bytesAhead() {
+    if (bufferPosition_ >= readBuffer_.getFill() && !refill()) {
+        return {};
+    }
+    return {reinterpret_cast<const char*>(readBuffer_.getData()) + bufferPosition_,
+            static_cast<std::size_t>(readBuffer_.getFill() - bufferPosition_)};
+}
+
+// Passes over bytes of bytesAhead among which there is no line end.
+inline void FXmlParser::take(std::size_t count) {
+    bufferPosition_ += static_cast<std::int32_t>(count);
+    afterReturn_ = afterReturn_ && count == 0;
+}
+
+inline void FXmlParser::countLine(char byte) {
+    if (byte == '\n') {
+        lineNumber_ += afterReturn_ ? 0 : 1;
+    } else if (byte == '\r') {
+        ++lineNumber_;
+    }
+    afterReturn_ = byte == '\r';
+}
 
 } // namespace tessera

@@ -29,19 +29,7 @@ bool FXmlParser::refill() {
     return filled > 0;
 }
 
-int FXmlParser::nextByte() {
-    if (bufferPosition_ >= readBuffer_.getFill() && !refill()) {
-        return kNoByte;
-    }
-    const std::uint8_t byte = readBuffer_.getData()[bufferPosition_++];
-    countLine(static_cast<char>(byte));
-    return byte;
-}
-
-int FXmlParser::peekByte() {
-    if (bufferPosition_ < readBuffer_.getFill()) {
-        return readBuffer_.getData()[bufferPosition_];
-    }
+int FXmlParser::peekAtStream() {
     if (pushedBackByte_ == kNoByte && !streamEnded_) {
         std::uint8_t byte = 0;
         if (stream_ && stream_->read(&byte, 1) == 1) {
@@ -68,30 +56,6 @@ bool FXmlParser::unreadByte() {
     pushedBackByte_ = kNoByte;
     streamEnded_ = false;
     return refill();
-}
-
-// What lies ready, read if need be; empty at the end of the stream.
-std::string_view FXmlParser::bytesAhead() {
-    if (bufferPosition_ >= readBuffer_.getFill() && !refill()) {
-        return {};
-    }
-    return {reinterpret_cast<const char*>(readBuffer_.getData()) + bufferPosition_,
-            static_cast<std::size_t>(readBuffer_.getFill() - bufferPosition_)};
-}
-
-// Passes over bytes of bytesAhead among which there is no line end.
-void FXmlParser::take(std::size_t count) {
-    bufferPosition_ += static_cast<std::int32_t>(count);
-    afterReturn_ = afterReturn_ && count == 0;
-}
-
-void FXmlParser::countLine(char byte) {
-    if (byte == '\n') {
-        lineNumber_ += afterReturn_ ? 0 : 1;
-    } else if (byte == '\r') {
-        ++lineNumber_;
-    }
-    afterReturn_ = byte == '\r';
 }
 
 // Passes over bytes that are the first of bytesAhead.

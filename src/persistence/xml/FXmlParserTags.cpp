@@ -120,12 +120,10 @@ FRefPtr<FXmlAttribute> FXmlParser::newAttribute() {
 }
 
 void FXmlParser::recycle(FXmlAttributeList& attributes) {
-    while (FRefPtr<FXmlAttribute> attribute = attributes.takeFirst()) {
-        // One that a reader has kept is the reader's.
-        if (attribute->getReferenceCount() == 1) {
-            freeAttributes_.add(std::move(attribute));
-        }
-    }
+    // What a reader has kept is the reader's.
+    attributes.dropShared();
+    // In front, so that the next tag finds the names of this one where it looks for its own.
+    freeAttributes_.prepend(attributes);
 }
 
 } // namespace tessera

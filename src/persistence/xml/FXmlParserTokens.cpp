@@ -146,7 +146,12 @@ FXmlToken FXmlParser::readWhiteSpace(FXmlToken token) {
         const auto ends = [wanted](char byte) { return (classOf(byte) & wanted) == 0; };
         const auto end = std::find_if(bytes.begin(), bytes.end(), ends);
         const std::string_view run = bytes.substr(0, static_cast<std::size_t>(end - bytes.begin()));
-        takeLines(run);
+        if (token == FXmlToken::blanks) {
+            take(run.size());
+        } else {
+            std::for_each(run.begin(), run.end(), [this](char byte) { countLine(byte); });
+            bufferPosition_ += static_cast<std::int32_t>(run.size());
+        }
         if (run.size() < bytes.size()) {
             break;
         }

@@ -54,6 +54,35 @@ TEST(FXmlAttributeList, HoldsAReferenceAndHandsItOver) {
     EXPECT_FALSE(list.takeFirst());
 }
 
+TEST(FXmlAttributeList, MovesAsAWholeToTheFrontOfAnother) {
+    FXmlAttributeList list;
+    FXmlAttributeList other;
+    list.prepend(other);
+    EXPECT_TRUE(list.isEmpty());
+    other.add("a", "1");
+    other.add("b", "2");
+    list.prepend(other);
+    EXPECT_TRUE(other.isEmpty());
+    EXPECT_EQ(other.getCount(), 0);
+    other.add("c", "3");
+    list.prepend(other);
+    list.add("d", "4");
+    EXPECT_EQ(textOf(list), "c=3;a=1;b=2;d=4;");
+    EXPECT_EQ(list.getCount(), 4);
+}
+
+TEST(FXmlAttributeList, WhatOthersHoldIsDroppedOnDemand) {
+    const auto held = FRefPtr<FXmlAttribute>::adopt(new FXmlAttribute("b", "2"));
+    FXmlAttributeList list;
+    list.add("a", "1");
+    list.dropShared();
+    list.add(held);
+    list.add("c", "3");
+    list.dropShared();
+    EXPECT_EQ(textOf(list), "a=1;c=3;");
+    EXPECT_EQ(held->getReferenceCount(), 1u);
+}
+
 TEST(FXmlAttributeList, ALongListGoesWithoutRecursion) {
     FXmlAttributeList list;
     for (int i = 0; i < 200000; ++i) {
