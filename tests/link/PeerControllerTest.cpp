@@ -3,6 +3,7 @@
 #include "discovery/identity/SystemInfo.h"
 #include "link/DriverClient.h"
 #include "support/FakePeer.h"
+#include "support/SlotOf.h"
 #include "support/host/FakeHost.h"
 #include "workflow/EditSession.h"
 
@@ -53,6 +54,20 @@ protected:
         return condition();
     }
 
+    // Polls until a message comes that can't be handled; empty when none does.
+    std::string failureOfNextMessage() {
+        const auto deadline = std::chrono::steady_clock::now() + 10s;
+        while (std::chrono::steady_clock::now() < deadline) {
+            try {
+                controller_.pollOnce();
+            } catch (const std::out_of_range& e) {
+                return e.what();
+            }
+            std::this_thread::yield();
+        }
+        return {};
+    }
+
     // The peer's request for the driver with this text: something whose handling is easily seen.
     std::size_t requests() const { return host_.drivers->requests.size(); }
 
@@ -62,6 +77,14 @@ protected:
     PeerController controller_;
     std::unique_ptr<FakePeer> peer_;
 };
+
+TEST(PeerLink, ItsTableKeepsItsOrder) {
+    EXPECT_EQ(test::slotOf(&IPeerLink::isPeerAvailable), 0u);
+    EXPECT_EQ(test::slotOf(&IPeerLink::openAudioFile), 1u);
+    EXPECT_EQ(test::slotOf(&IPeerLink::editSelection), 2u);
+    EXPECT_EQ(test::slotOf(&IPeerLink::cancelAudioFile), 3u);
+    EXPECT_EQ(test::slotOf(&IPeerLink::suspendDriver), 4u);
+}
 
 TEST_F(PeerControllerTest, OnAClosedLinkNothingIsSentAndNothingFails) {
     controller_.sendConnectionInfo("a", "b", true);
@@ -231,17 +254,7 @@ TEST_F(PeerControllerTest, AMessageThatIsTooShortIsTheSubscriptFailure) {
     connect();
     for (const char* message : {"2;", "2", "2;finishedFileEdit;", "2;openProject;a;1;", "2;requestKiteDriver;"}) {
         peer_->send(message);
-        std::string failure;
-        EXPECT_TRUE(pollUntil([&] {
-                        try {
-                            controller_.pollOnce();
-                        } catch (const std::out_of_range& e) {
-                            failure = e.what();
-                        }
-                        return !failure.empty();
-                    }) ||
-                    !failure.empty());
-        EXPECT_EQ(failure, "invalid vector<T> subscript") << message;
+        EXPECT_EQ(failureOfNextMessage(), "invalid vector<T> subscript") << message;
     }
     peer_->send("2;finishedFileEdit;");
     peer_->send("2;openProject;a;x;y;");

@@ -2,6 +2,7 @@
 
 #include "EditRoad.h"
 #include "shell/hostapi/IStreamEditTarget.h"
+#include "support/SlotOf.h"
 
 #include <filesystem>
 
@@ -12,10 +13,19 @@ using test::FakeEvent;
 using test::FakeObject;
 using test::makeFake;
 using test::MemorySound;
+using test::slotOf;
 
 using Sent = std::vector<std::string>;
 
 class EditSessionTest : public EditRoad {};
+
+TEST_F(EditSessionTest, ItsTableKeepsItsOrder) {
+    EXPECT_EQ(slotOf(&EditSession::start), 0u);
+    EXPECT_EQ(slotOf(&EditSession::stop), 1u);
+    EXPECT_EQ(slotOf(&EditSession::beginEdit), 2u);
+    EXPECT_EQ(slotOf(&EditSession::finishEdit), 3u);
+    EXPECT_EQ(slotOf(&EditSession::abandonEdit), 4u);
+}
 
 TEST_F(EditSessionTest, BeginCopiesTheStretchThatTheEventPlays) {
     IHostFile* file = session_.beginEdit();

@@ -1,25 +1,22 @@
-// Every operation stands in the slot that hosts call it by.
+// Every operation stands in the slot that hosts call it by, under the identifier that they ask for.
 
 #include "shell/hostapi/HostApi.h"
+#include "support/SlotOf.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
 #include <cstring>
+#include <iterator>
 
 namespace tessera {
 namespace {
 
-// The common table layout of our platforms keeps, in a pointer to a virtual operation, where in the table it stands:
-// the offset of its entry plus one.
-template <class Operation>
-std::size_t slotOf(Operation operation) {
-    std::ptrdiff_t words[2] = {};
-    static_assert(sizeof operation == sizeof words);
-    std::memcpy(words, &operation, sizeof words);
-    return static_cast<std::size_t>(words[0] - 1) / sizeof(void*);
-}
+using test::slotOf;
 
 struct SlotRow {
     const char* operation;
@@ -158,54 +155,72 @@ TEST(HostApi, EveryOperationStandsInItsSlot) {
     }
 }
 
+// In memory the first three groups stand lowest byte first, the other eight bytes as they are written.
+std::array<std::uint8_t, 16> bytesOf(const char* braces) {
+    unsigned first = 0;
+    unsigned groups[2] = {};
+    unsigned rest[8] = {};
+    EXPECT_EQ(std::sscanf(braces, "{%8X-%4X-%4X-%2X%2X-%2X%2X%2X%2X%2X%2X}", &first, &groups[0], &groups[1], &rest[0],
+                          &rest[1], &rest[2], &rest[3], &rest[4], &rest[5], &rest[6], &rest[7]),
+              11)
+        << braces;
+    std::array<std::uint8_t, 16> bytes = {};
+    for (std::size_t i = 0; i < 4; ++i) {
+        bytes[i] = static_cast<std::uint8_t>(first >> (8 * i));
+        bytes[4 + i] = static_cast<std::uint8_t>(groups[i / 2] >> (8 * (i % 2)));
+    }
+    std::copy(std::begin(rest), std::end(rest), bytes.begin() + 8);
+    return bytes;
+}
+
 struct IdentifierRow {
     const char* name;
     const FUIDBytes& iid;
-    std::uint8_t first[4];
+    const char* braces;
 };
 
-// In memory an identifier starts with its first group, lowest byte first.
-TEST(HostApi, IdentifiersStandInMemoryLowestByteFirst) {
+TEST(HostApi, IdentifiersStandInMemoryAsHostsCompareThem) {
     const IdentifierRow rows[] = {
-        {"IModuleFactory", IModuleFactory::iid, {0x1C, 0x81, 0x4D, 0x7A}},
-        {"IModuleFactory2", IModuleFactory2::iid, {0x50, 0xB6, 0x07, 0x00}},
-        {"IModuleFactory3", IModuleFactory3::iid, {0xAB, 0xA2, 0x55, 0x45}},
-        {"ICommandHandler", ICommandHandler::iid, {0xEB, 0x7B, 0xC1, 0x9F}},
-        {"IDriverClient", IDriverClient::iid, {0x1D, 0xCB, 0xB9, 0x19}},
-        {"IIdleClient", IIdleClient::iid, {0x58, 0xBB, 0x0B, 0xD7}},
-        {"IUndoStep", IUndoStep::iid, {0xC3, 0x23, 0x40, 0xAC}},
-        {"IHostServices", IHostServices::iid, {0x83, 0x96, 0xC8, 0xEE}},
-        {"IHostApplicationInfo", IHostApplicationInfo::iid, {0x2A, 0xA5, 0xE1, 0xA8}},
-        {"ICommandTable", ICommandTable::iid, {0x19, 0x91, 0x2A, 0xA4}},
-        {"ICommandTarget", ICommandTarget::iid, {0x61, 0x3F, 0x2F, 0x76}},
-        {"IDriverArbiter", IDriverArbiter::iid, {0x97, 0x28, 0x48, 0xCE}},
-        {"IExportHost", IExportHost::iid, {0x2D, 0x7C, 0xC7, 0x3A}},
-        {"IAlertHost", IAlertHost::iid, {0xA1, 0xB6, 0xBD, 0x37}},
-        {"IIdleHost", IIdleHost::iid, {0x47, 0x18, 0x87, 0x9E}},
-        {"IProjectOpener", IProjectOpener::iid, {0xC1, 0x3C, 0xB1, 0x43}},
-        {"ITransport", ITransport::iid, {0x0C, 0x89, 0x64, 0x7E}},
-        {"ITimeValue", ITimeValue::iid, {0x58, 0xFD, 0x8C, 0x93}},
-        {"IUrlFactory", IUrlFactory::iid, {0xA1, 0x8E, 0xF3, 0x0A}},
-        {"IAudioClip", IAudioClip::iid, {0x1B, 0xDA, 0x51, 0x02}},
-        {"IAudioClipAccess", IAudioClipAccess::iid, {0x42, 0xBB, 0xEC, 0x98}},
-        {"IAudioClipFactory", IAudioClipFactory::iid, {0x90, 0xE9, 0x1E, 0xCB}},
-        {"IAudioWriterFactory", IAudioWriterFactory::iid, {0x81, 0xBE, 0x3C, 0xA0}},
-        {"IProjectObject", IProjectObject::iid, {0x9F, 0x99, 0x6F, 0x7A}},
-        {"IAudioEvent", IAudioEvent::iid, {0x52, 0xE4, 0xFF, 0x21}},
-        {"IEventRestrictions", IEventRestrictions::iid, {0x2F, 0x48, 0xE6, 0xE5}},
-        {"ISelection", ISelection::iid, {0x66, 0x15, 0xB2, 0x05}},
-        {"IProjectList", IProjectList::iid, {0x13, 0x28, 0x7C, 0x3D}},
-        {"IFolderNode", IFolderNode::iid, {0xB4, 0x31, 0x4A, 0xE3}},
-        {"IEventTrack", IEventTrack::iid, {0x5E, 0x5B, 0x3A, 0x1A}},
-        {"IEventOwner", IEventOwner::iid, {0xAC, 0xD6, 0x54, 0x53}},
-        {"IObjectRegistry", IObjectRegistry::iid, {0x56, 0x6D, 0x24, 0xF5}},
-        {"IObjectTest", IObjectTest::iid, {0x04, 0xEB, 0x07, 0x04}},
-        {"IUndoStack", IUndoStack::iid, {0x18, 0x25, 0x32, 0x3F}},
-        {"IUndoTarget", IUndoTarget::iid, {0x3A, 0xC8, 0x99, 0x71}},
-        {"IMediaAttributes", IMediaAttributes::iid, {0x46, 0xAB, 0x99, 0x04}},
+        {"IBaseUnknown", IBaseUnknown::iid, "{00000000-0000-0000-C000-000000000046}"},
+        {"IModuleFactory", IModuleFactory::iid, "{7A4D811C-5211-4A1F-AED9-D2EE0B43BF9F}"},
+        {"IModuleFactory2", IModuleFactory2::iid, "{0007B650-F24B-4C0B-A464-EDB9F00B2ABB}"},
+        {"IModuleFactory3", IModuleFactory3::iid, "{4555A2AB-C123-4E57-9B12-291036878931}"},
+        {"ICommandHandler", ICommandHandler::iid, "{9FC17BEB-3A51-4077-A25A-7726D3D3D711}"},
+        {"IDriverClient", IDriverClient::iid, "{19B9CB1D-A2B9-AD43-86C0-874BA552D944}"},
+        {"IIdleClient", IIdleClient::iid, "{D70BBB58-C805-45B8-AB82-64180B673A84}"},
+        {"IUndoStep", IUndoStep::iid, "{AC4023C3-7575-4B3C-BF81-70138CBD8C05}"},
+        {"IHostServices", IHostServices::iid, "{EEC89683-80DB-4336-9177-273E138A763B}"},
+        {"IHostApplicationInfo", IHostApplicationInfo::iid, "{A8E1A52A-8E24-416A-B959-21742443FB74}"},
+        {"ICommandTable", ICommandTable::iid, "{A42A9119-161E-4547-98A2-6FB769140E24}"},
+        {"ICommandTarget", ICommandTarget::iid, "{762F3F61-11D1-4115-92F9-7AC6F239460F}"},
+        {"IDriverArbiter", IDriverArbiter::iid, "{CE482897-5CAD-5C40-844F-186F9830343F}"},
+        {"IExportHost", IExportHost::iid, "{3AC77C2D-00C5-4B36-85A8-A395DA577AF3}"},
+        {"IAlertHost", IAlertHost::iid, "{37BDB6A1-65FB-4994-9886-04549461A2BB}"},
+        {"IIdleHost", IIdleHost::iid, "{9E871847-F1AB-4776-A06C-6F945D7FDD4D}"},
+        {"IProjectOpener", IProjectOpener::iid, "{43B13CC1-1B75-4432-A09C-D9527C1DD0AC}"},
+        {"ITransport", ITransport::iid, "{7E64890C-FA5C-4ECB-B37A-D80665A86C99}"},
+        {"ITimeValue", ITimeValue::iid, "{938CFD58-0866-4BEB-AA58-09F39B4D4596}"},
+        {"IUrlFactory", IUrlFactory::iid, "{0AF38EA1-40F2-4B14-965B-F97CA4FF94D1}"},
+        {"IAudioClip", IAudioClip::iid, "{0251DA1B-82F7-43B1-9017-504B587B0623}"},
+        {"IAudioClipAccess", IAudioClipAccess::iid, "{98ECBB42-93A1-4849-98FE-6F8C40EC22D3}"},
+        {"IAudioClipFactory", IAudioClipFactory::iid, "{CB1EE990-BC4F-40C7-A0E0-1D1EE7551F55}"},
+        {"IAudioWriterFactory", IAudioWriterFactory::iid, "{A03CBE81-E5DB-473E-A908-23686A34D4BF}"},
+        {"IProjectObject", IProjectObject::iid, "{7A6F999F-BDBC-4BCC-AC40-3DABACE8A171}"},
+        {"IAudioEvent", IAudioEvent::iid, "{21FFE452-D832-40D6-AE8B-6DB6AE400165}"},
+        {"IEventRestrictions", IEventRestrictions::iid, "{E5E6482F-701F-964D-AF5E-795762CDFEE4}"},
+        {"ISelection", ISelection::iid, "{05B21566-9B33-4363-AF1E-7C4B52D99238}"},
+        {"IProjectList", IProjectList::iid, "{3D7C2813-8ABF-4AAE-A23A-11BF37214C36}"},
+        {"IFolderNode", IFolderNode::iid, "{E34A31B4-ADCB-40BC-BCE6-4393CFBF48BF}"},
+        {"IEventTrack", IEventTrack::iid, "{1A3A5B5E-AC16-424B-8AA2-2069FFE3F0A9}"},
+        {"IEventOwner", IEventOwner::iid, "{5354D6AC-C0D4-4532-B1BD-A33E229B9F3D}"},
+        {"IObjectRegistry", IObjectRegistry::iid, "{F5246D56-8654-4D60-B026-AFB57B697B37}"},
+        {"IObjectTest", IObjectTest::iid, "{0407EB04-3713-4E28-9A82-34AB4877B109}"},
+        {"IUndoStack", IUndoStack::iid, "{3F322518-90F4-462A-B9E9-535C454C265E}"},
+        {"IUndoTarget", IUndoTarget::iid, "{7199C83A-68C9-40BF-9F14-2DCDFF1A1CB3}"},
+        {"IMediaAttributes", IMediaAttributes::iid, "{0499AB46-4C5F-463D-9BAF-00E704B52D35}"},
     };
     for (const IdentifierRow& row : rows) {
-        EXPECT_EQ(std::memcmp(row.iid.bytes, row.first, 4), 0) << row.name;
+        EXPECT_EQ(std::memcmp(row.iid.bytes, bytesOf(row.braces).data(), 16), 0) << row.name;
     }
 }
 
