@@ -13,6 +13,7 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
@@ -152,6 +153,60 @@ TEST_F(ExchangeServiceTest, WithoutServicesOnlyTheEventIsSet) {
     EXPECT_EQ(start(), kResultOk);
 }
 
+// The event lives as long as somebody has it open, and one that is opened anew begins unset. A second initialize leaves
+// its first handle open to the end of the process, so each of these has a process of its own.
+class ExchangeServiceDeathTest : public ExchangeServiceTest {
+protected:
+    ExchangeServiceDeathTest() { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
+
+    static bool isEventSet() { return wasSet(*namedEvent("broadcast_release_kite_driver")); }
+};
+
+TEST_F(ExchangeServiceDeathTest, ARefusedServiceKeepsTheEventToItsEnd) {
+    const auto bare = makeFake<FakeContext>("Harrow", "9.0.0", nullptr);
+    EXPECT_EXIT(
+        {
+            service_->initialize(bare.get());
+            service_->terminate();
+            const bool kept = isEventSet();
+            service_->initialize(bare.get());
+            service_->terminate();
+            std::_Exit(kept && isEventSet() ? 0 : 1);
+        },
+        testing::ExitedWithCode(0), "");
+}
+
+TEST_F(ExchangeServiceDeathTest, TheEndOfARefusedServiceLetsTheEventGo) {
+    const auto bare = makeFake<FakeContext>("Harrow", "9.0.0", nullptr);
+    EXPECT_EXIT(
+        {
+            service_->initialize(bare.get());
+            service_.reset();
+            std::_Exit(isEventSet() ? 1 : 0);
+        },
+        testing::ExitedWithCode(0), "");
+}
+
+TEST_F(ExchangeServiceDeathTest, TerminateLetsTheEventGo) {
+    EXPECT_EXIT(
+        {
+            start();
+            service_->terminate();
+            std::_Exit(isEventSet() ? 1 : 0);
+        },
+        testing::ExitedWithCode(0), "");
+}
+
+TEST_F(ExchangeServiceTest, TheHostsServicesAreUsedInTheirOrder) {
+    ASSERT_EQ(start(), kResultOk);
+    EXPECT_EQ(host_.services->asked, (Sent{"IIdleHost", "IProjectList", "IObjectRegistry", "IObjectTest",
+                                           "IDriverArbiter", "ICommandTable", "ICommandTarget", "IExportHost"}));
+    host_.services->asked.clear();
+    service_->terminate();
+    EXPECT_EQ(host_.services->asked, (Sent{"IExportHost", "ICommandTarget", "ICommandTable", "IDriverArbiter",
+                                           "IObjectRegistry", "IIdleHost"}));
+}
+
 TEST_F(ExchangeServiceTest, EntersTheCommand) {
     ASSERT_EQ(start(), kResultOk);
     ASSERT_EQ(host_.commandTable->commands.size(), 1u);
@@ -251,6 +306,49 @@ TEST_F(ExchangeServiceTest, APeerThatRunsAlreadyIsFoundAndGreeted) {
     EXPECT_EQ(service_->terminate(), kResultOk);
     EXPECT_EQ(peer_->received(2).back(), "2;sendConnectionInfo;Harrow Max;9.0.20;false;");
     EXPECT_TRUE(host_.idleHost->clients.empty());
+}
+
+TEST_F(ExchangeServiceTest, ThePeerIsToldOfTheEndBeforeAnythingElseGoes) {
+    writePeerRecord();
+    peer_ = std::make_unique<FakePeer>(address());
+    ASSERT_EQ(start(), kResultOk);
+    peer_->received(1);
+    std::atomic<bool> wasRegistered{false};
+    peer_->beforeAnswering(
+        [&](const std::string&) { wasRegistered = std::filesystem::exists(recordPath("com.marlgrove.tesx")); });
+    host_.services->asked.clear();
+    EXPECT_EQ(service_->terminate(), kResultOk);
+    EXPECT_TRUE(wasRegistered);
+    // The link's idle client goes next.
+    EXPECT_EQ(host_.services->asked.at(0), "IIdleHost");
+}
+
+TEST_F(ExchangeServiceTest, ARecordOfTheOwnServiceOpensNothing) {
+    ASSERT_EQ(start(), kResultOk);
+    const std::vector<ServiceObserver> observers = ServiceDiscovery::getInstance().observers();
+    ASSERT_EQ(observers.size(), 1u);
+    EXPECT_EQ(observers[0].name, "com.marlgrove.tessera");
+    EXPECT_EQ(observers[0].type, "tesxcon_nanomsg");
+    ServiceRecord record;
+    record.name = "com.marlgrove.tesx";
+    observers[0].onAvailable(record);
+    EXPECT_EQ(host_.idleHost->clients.size(), 1u);
+    peer_ = std::make_unique<FakePeer>(address());
+    record.name = "com.marlgrove.tessera";
+    observers[0].onAvailable(record);
+    EXPECT_EQ(host_.idleHost->clients.size(), 2u);
+}
+
+TEST_F(ExchangeServiceTest, AnOpenLinkLetsTheCommandRunWithoutAnInstalledPeer) {
+    ASSERT_EQ(start(), kResultOk);
+    const auto event = makeFake<test::FakeEvent>(host_.script, FRefPtr<test::FakePart>(), test::FakeEvent::Stretch());
+    host_.selection->select(1, event.get());
+    const FRefPtr<ICommandHandler> handler = host_.commandTarget->handlers.at(0);
+    EXPECT_EQ(handler->checkOrExecute("Tessera Exchange", "Edit in Tessera", true), kResultFalse);
+    peer_ = std::make_unique<FakePeer>(address());
+    writePeerRecord();
+    ServiceDiscovery::getInstance().scan();
+    EXPECT_EQ(handler->checkOrExecute("Tessera Exchange", "Edit in Tessera", true), kResultOk);
 }
 
 TEST_F(ExchangeServiceTest, ASecondInitializeFindsAndGreetsThePeerAgain) {

@@ -7,6 +7,7 @@
 #include <chrono>
 #include <condition_variable>
 #include <deque>
+#include <functional>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -37,6 +38,11 @@ public:
         const std::lock_guard lock(mutex_);
         answer_ = std::move(answer);
     }
+    // Runs on the peer's thread, with a question whose sender is waiting for the answer.
+    void beforeAnswering(std::function<void(const std::string&)> hook) {
+        const std::lock_guard lock(mutex_);
+        beforeAnswering_ = std::move(hook);
+    }
     void send(std::string message) {
         const std::lock_guard lock(mutex_);
         outgoing_.push_back(std::move(message));
@@ -62,6 +68,9 @@ private:
             }
             if (!message.empty()) {
                 received_.push_back(message);
+                if (isQuestion(message) && beforeAnswering_) {
+                    beforeAnswering_(message);
+                }
                 if (isQuestion(message) && answer_) {
                     socket_.send(*answer_, SendMode::Blocking);
                 }
@@ -81,6 +90,7 @@ private:
     std::mutex mutex_;
     std::condition_variable arrived_;
     std::optional<std::string> answer_ = "yes";
+    std::function<void(const std::string&)> beforeAnswering_;
     std::deque<std::string> outgoing_;
     std::vector<std::string> received_;
     bool ending_ = false;

@@ -53,12 +53,16 @@ public:
         *out = nullptr;
         for (const Entry& entry : entries_) {
             if (entry.uid == uid && !script_.fails(entry.name.c_str())) {
+                asked.push_back(entry.name);
                 *out = entry.make();
                 return kResultOk;
             }
         }
         return kNoInterface;
     }
+
+    // The services that were given out, in their order.
+    std::vector<std::string> asked;
 
 private:
     struct Entry {
