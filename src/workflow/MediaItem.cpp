@@ -1,17 +1,17 @@
 #include "workflow/MediaItem.h"
 
 #include "foundation/object/FRefPtr.h"
+#include "foundation/text/FNumberScan.h"
 #include "shell/hostapi/AttributeValue.h"
 #include "shell/hostapi/IMediaAttributes.h"
 #include "shell/hostapi/IMediaItemList.h"
 #include "shell/hostapi/IMediaObject.h"
 #include "shell/hostapi/IProjectTimeline.h"
-#include "workflow/HostText.h"
 #include "workflow/ProjectTracker.h"
 
 #include <algorithm>
-#include <charconv>
 #include <limits>
+#include <utility>
 
 namespace tessera {
 
@@ -19,20 +19,18 @@ namespace {
 
 constexpr std::int32_t kNoTrack = -1;
 
-std::int32_t readTrack(const std::string& text) {
-    const std::size_t digits = text.find_first_not_of(" \t");
-    std::int32_t track = kNoTrack;
-    if (digits != std::string::npos) {
-        std::from_chars(text.data() + digits, text.data() + text.size(), track);
-    }
-    return track;
+// A number that a track can't have is none.
+std::int32_t readTrack(const std::u16string& text) {
+    std::int64_t track = kNoTrack;
+    FNumberScan::signedDecimal(text.data(), text.data() + text.size(), track);
+    return std::in_range<std::int32_t>(track) ? static_cast<std::int32_t>(track) : kNoTrack;
 }
 
 } // namespace
 
 std::int32_t MediaItem::targetTrack() const {
     // Misspelled, as the hosts' data has it.
-    return readTrack(utf8Of(attribute("User:STR_MATragetTrack").c_str()));
+    return readTrack(attribute("User:STR_MATragetTrack"));
 }
 
 std::u16string MediaItem::takeNumber() const {

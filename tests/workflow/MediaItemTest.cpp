@@ -80,6 +80,12 @@ TEST(MediaItem, ATrackThatIsNoNumberIsMinusOne) {
     }
     media->texts["User:STR_MATragetTrack"] = u" 7 of 9";
     EXPECT_EQ(item.targetTrack(), 7);
+    for (const char16_t* text : {u"+5", u"\n\t 5", u"05"}) {
+        media->texts["User:STR_MATragetTrack"] = text;
+        EXPECT_EQ(item.targetTrack(), 5);
+    }
+    media->texts["User:STR_MATragetTrack"] = u"-3";
+    EXPECT_EQ(item.targetTrack(), -3);
 }
 
 TEST(MediaItem, AValueThatIsNo16BitTextIsEmpty) {
