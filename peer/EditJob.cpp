@@ -21,7 +21,7 @@ EditJob::EditJob(EditorCommand command, std::string exchangeFile, std::string wo
       workFolder_(std::move(workFolder)) {}
 
 EditJob::~EditJob() {
-    stop_ = true;
+    stop();
     join();
 }
 
@@ -113,6 +113,7 @@ bool EditJob::checkResult() {
         return fail("what the editor wrote has " + facts->text() + ", expected " + wanted_.text() +
                     "; save it at the same rate and with the same channels; it stays at " + edited_);
     }
+    keptLength_ = facts->frames == wanted_.frames;
     if (facts->sameFormat(wanted_)) {
         return true;
     }
@@ -139,13 +140,17 @@ bool EditJob::publish() {
     complete += ".edited";
     std::error_code error;
     fs::copy_file(nativePath(edited_), complete, fs::copy_options::overwrite_existing, error);
+    std::error_code ignored;
+    if (stop_) {
+        fs::remove(complete, ignored);
+        return fail("the edit was given up");
+    }
     if (!error) {
         fs::rename(complete, exchange, error);
     }
     if (!error) {
         return true;
     }
-    std::error_code ignored;
     fs::remove(complete, ignored);
     keepWork_ = true;
     return fail("cannot write " + exchangeFile_ + ": " + error.message() + "; the result stays at " + edited_);

@@ -23,9 +23,14 @@ public:
     // Ends the editor if it runs, and waits for the thread.
     ~EditJob() override;
 
-    // True once the thread has done all it does; the two below may be asked then.
+    // Ends the editor if it runs, and waits for nothing: the thread ends when it is done with the file that it copies
+    // or converts, and the exchange file stays as it is.
+    void stop() { stop_ = true; }
+    // True once the thread has done all it does; the three below may be asked then.
     bool hasEnded() const { return ended_.load(std::memory_order_acquire); }
     bool succeeded() const { return problem_.empty(); }
+    // Whether the result has as many frames as the file that the editor was given.
+    bool keptLength() const { return keptLength_; }
     // One line for the user: what was wrong, where, and what to do.
     const std::string& problem() const { return problem_; }
 
@@ -46,6 +51,7 @@ private:
     SoundFacts wanted_; // of the original, as the editor is to keep them
     std::string edited_;
     std::string problem_;
+    bool keptLength_ = true;
     bool keepWork_ = false;
     std::atomic<bool> stop_{false};
     std::atomic<bool> ended_{false};

@@ -33,7 +33,8 @@ void PeerExchange::received(std::string_view message) {
         // This program never holds the driver, so the host may have it at once.
         actions_.send(kAnswer);
     } else if (fields.size() > 2 && verb == WireVerb::openFile) {
-        openFile(joinedPath(fields));
+        ended_.erase(joinedPath(fields));
+        enqueue(joinedPath(fields));
     } else if (fields.size() > 2 && verb == WireVerb::cancelFileEdit) {
         cancelFile(joinedPath(fields));
     } else if (fields.size() > 2 && verb == WireVerb::renderedFile) {
@@ -55,6 +56,14 @@ void PeerExchange::connectionInfo(const FieldList& fields) {
 }
 
 void PeerExchange::openFile(const std::string& path) {
+    if (ended_.contains(path)) {
+        actions_.say("the edit of " + path + " has ended, as it changed the length; start it in the host once more");
+        return;
+    }
+    enqueue(path);
+}
+
+void PeerExchange::enqueue(const std::string& path) {
     if (path.empty() || editing_ == path || std::find(waiting_.begin(), waiting_.end(), path) != waiting_.end()) {
         return;
     }
@@ -91,7 +100,10 @@ void PeerExchange::editEnded(EditOutcome outcome, std::int64_t now) {
     const std::string path = std::move(*editing_);
     editing_.reset();
     ++editsEnded_;
-    report(outcome == EditOutcome::Finished ? WireVerb::finishedFileEdit : WireVerb::cancelFileEdit, path, now);
+    if (outcome == EditOutcome::FinishedAtOtherLength) {
+        ended_.insert(path);
+    }
+    report(outcome == EditOutcome::Failed ? WireVerb::cancelFileEdit : WireVerb::finishedFileEdit, path, now);
     startNext();
 }
 
@@ -124,6 +136,7 @@ void PeerExchange::hostLost() {
     }
     waiting_.clear();
     reports_.clear();
+    ended_.clear();
 }
 
 void PeerExchange::giveUp(std::int64_t now) {

@@ -9,6 +9,8 @@
 //   seconds have gone by.
 // - A path in a message ends at no ";" but the last: the format splits there, and the verbs with one path are put
 //   together again.
+// - The module keeps the range that it first gave out. After an edit that kept the length the file may be edited and
+//   reported once more; one that changed the length ends the exchange of its file.
 //
 // Paths are UTF-8 native texts. Times are milliseconds of any steady clock. Main thread only.
 #pragma once
@@ -18,13 +20,14 @@
 #include <cstdint>
 #include <deque>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace tessera::peer {
 
-enum class EditOutcome { Finished, Failed };
+enum class EditOutcome { Finished, FinishedAtOtherLength, Failed };
 
 class PeerExchange {
 public:
@@ -35,7 +38,7 @@ public:
     // A message from the link. Another format, an unknown verb and a verb without its field are passed over.
     void received(std::string_view message);
     // A file that came by the command line or from a second start. A file that waits or is being edited already stays
-    // where it is.
+    // where it is, and one whose exchange has ended is refused.
     void openFile(const std::string& path);
     // The editor has ended, and on success the exchange file holds its result.
     void editEnded(EditOutcome outcome, std::int64_t now);
@@ -64,6 +67,7 @@ private:
     };
 
     void connectionInfo(const std::vector<std::string>& fields);
+    void enqueue(const std::string& path);
     void cancelFile(const std::string& path);
     void startNext();
     void report(std::string_view verb, const std::string& path, std::int64_t now);
@@ -75,6 +79,9 @@ private:
     std::deque<std::string> waiting_;
     std::deque<Report> reports_;
     std::optional<TakeUp> takeUp_;
+    // Files that came back at another length. The host opens a new exchange under such a name only when the user has
+    // cleared the folder.
+    std::set<std::string> ended_;
     int editsEnded_ = 0;
 };
 

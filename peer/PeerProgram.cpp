@@ -119,6 +119,7 @@ void PeerProgram::close() {
     discovery.unregisterService(peerServiceId());
     discovery.stopObserving(ownServiceId());
     job_.reset();
+    stoppedJobs_.clear();
     link_.close();
     std::error_code ignored;
     std::filesystem::remove(nativePath(workFolder_), ignored);
@@ -167,6 +168,7 @@ void PeerProgram::turn(std::int64_t now) {
 }
 
 void PeerProgram::pollEdit(std::int64_t now) {
+    std::erase_if(stoppedJobs_, [](const auto& job) { return job->hasEnded(); });
     if (!job_ || !job_->hasEnded()) {
         return;
     }
@@ -174,7 +176,8 @@ void PeerProgram::pollEdit(std::int64_t now) {
     if (!job->succeeded()) {
         say(job->problem());
     }
-    exchange_.editEnded(job->succeeded() ? EditOutcome::Finished : EditOutcome::Failed, now);
+    const EditOutcome finished = job->keptLength() ? EditOutcome::Finished : EditOutcome::FinishedAtOtherLength;
+    exchange_.editEnded(job->succeeded() ? finished : EditOutcome::Failed, now);
 }
 
 bool PeerProgram::wantsToLeave() const {
@@ -198,8 +201,12 @@ void PeerProgram::startEdit(const std::string& path) {
     job_->start();
 }
 
+// Copying a file of hours takes longer than the host's patience, so nobody waits for it here.
 void PeerProgram::stopEdit() {
-    job_.reset();
+    if (job_) {
+        job_->stop();
+        stoppedJobs_.push_back(std::move(job_));
+    }
 }
 
 int PeerProgram::countFilesBeside(const std::string& path) {

@@ -13,6 +13,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace tessera::peer {
 
@@ -55,6 +56,8 @@ private:
     FIdleTimer idleTimer_;
     PeerExchange exchange_{*this};
     std::unique_ptr<EditJob> job_;
+    // Given up, and still busy with a long file.
+    std::vector<std::unique_ptr<EditJob>> stoppedJobs_;
     int jobs_ = 0;
     bool registered_ = false;
     bool hostSeen_ = false;

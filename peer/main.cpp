@@ -1,4 +1,5 @@
 // tesx-peer: the stand-in peer.
+#include "common/Utf8Path.h"
 #include "peer/EditorCommand.h"
 #include "peer/ExportScriptText.h"
 #include "peer/PeerProgram.h"
@@ -8,10 +9,13 @@
 #include <CLI/CLI.hpp>
 
 #include <cstdio>
+#include <filesystem>
 
 namespace {
 
 using namespace tessera::peer;
+using tessera::programs::nativePath;
+using tessera::programs::utf8Text;
 
 constexpr const char* kDescription =
     "tesx-peer: lets an editor of your choice do the editing behind \"Edit in Tessera\".\n"
@@ -78,5 +82,9 @@ int main(int argc, char** argv) {
     CLI11_PARSE(app, argc, argv);
     // An empty path is how the module says that there is nothing to open.
     std::erase(options.files, std::string());
+    // A file may be handed to a program that runs in another folder.
+    for (std::string& file : options.files) {
+        file = utf8Text(std::filesystem::absolute(nativePath(file)));
+    }
     return runPeer(options);
 }

@@ -72,8 +72,16 @@ TEST_F(EditJobTest, TheResultReplacesTheExchangeFile) {
     writeSound(other_, SF_FORMAT_WAV | SF_FORMAT_PCM_24, 48000, 2, {9 << 8, 8 << 8});
     const auto job = finish(shell("cp \"" + other_.string() + "\" \"$2\""));
     EXPECT_TRUE(job->succeeded()) << job->problem();
+    EXPECT_FALSE(job->keptLength());
     expectUntouched(bytesOf(other_));
     EXPECT_FALSE(fs::exists(work_));
+}
+
+TEST_F(EditJobTest, AResultOfTheSameLengthIsToldApart) {
+    writeSound(other_, SF_FORMAT_WAV | SF_FORMAT_PCM_24, 48000, 2, {9 << 8, 8 << 8, 7 << 8, 6 << 8});
+    const auto job = finish(shell("cp \"" + other_.string() + "\" \"$2\""));
+    EXPECT_TRUE(job->succeeded()) << job->problem();
+    EXPECT_TRUE(job->keptLength());
 }
 
 TEST_F(EditJobTest, TheEditorWorksOnACopyUnderTheFilesOwnName) {
@@ -139,6 +147,21 @@ TEST_F(EditJobTest, AResultThatIsNoSoundIsRefusedAndKept) {
     EXPECT_NE(std::string::npos, job->problem().find("is no sound file")) << job->problem();
     expectUntouched(before);
     EXPECT_TRUE(fs::exists(work_ / "edited" / exchange_.filename()));
+}
+
+TEST_F(EditJobTest, AStoppedJobEndsByItselfAndChangesNothing) {
+    const std::string before = bytesOf(exchange_);
+    const auto job = start(shell("cp \"$1\" \"$2\"; : > \"" + other_.string() + "\"; sleep 100"));
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+    while (!fs::exists(other_) && std::chrono::steady_clock::now() < deadline) {
+        FThread::sleep(5);
+    }
+    job->stop();
+    EXPECT_TRUE(job->join(20'000));
+    EXPECT_TRUE(job->hasEnded());
+    EXPECT_EQ("the edit was given up", job->problem());
+    expectUntouched(before);
+    EXPECT_FALSE(fs::exists(work_));
 }
 
 TEST_F(EditJobTest, LettingTheJobGoEndsTheEditor) {

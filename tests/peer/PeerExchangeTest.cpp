@@ -147,6 +147,37 @@ TEST_F(PeerExchangeTest, GivingUpTellsTheHostOfTheRunningEdit) {
     EXPECT_EQ((Texts{"/tmp/a.wav"}), actions_.started);
 }
 
+// The module splices each result into the range that it first gave out.
+TEST_F(PeerExchangeTest, AnEditThatKeptTheLengthMayBeReportedOnceMore) {
+    greet();
+    exchange_.received("2;openFile;/tmp/a.wav;");
+    exchange_.editEnded(EditOutcome::Finished, 0);
+    exchange_.openFile("/tmp/a.wav");
+    EXPECT_EQ((Texts{"/tmp/a.wav", "/tmp/a.wav"}), actions_.started);
+    exchange_.editEnded(EditOutcome::Finished, 0);
+    EXPECT_EQ((Texts{"2;finishedFileEdit;/tmp/a.wav;", "2;finishedFileEdit;/tmp/a.wav;"}), actions_.sent);
+}
+
+TEST_F(PeerExchangeTest, AnEditThatChangedTheLengthEndsTheExchange) {
+    greet();
+    exchange_.received("2;openFile;/tmp/a.wav;");
+    exchange_.editEnded(EditOutcome::FinishedAtOtherLength, 0);
+    actions_.lines.clear();
+    exchange_.openFile("/tmp/a.wav");
+    EXPECT_EQ((Texts{"the edit of /tmp/a.wav has ended, as it changed the length; start it in the host once more"}),
+              actions_.lines);
+    EXPECT_EQ((Texts{"/tmp/a.wav"}), actions_.started);
+    EXPECT_EQ((Texts{"2;finishedFileEdit;/tmp/a.wav;"}), actions_.sent);
+    EXPECT_TRUE(exchange_.isIdle());
+    // What the host itself opens is a new exchange, and so is everything of the next host.
+    exchange_.received("2;openFile;/tmp/a.wav;");
+    EXPECT_EQ(2u, actions_.started.size());
+    exchange_.editEnded(EditOutcome::FinishedAtOtherLength, 0);
+    exchange_.hostLost();
+    exchange_.openFile("/tmp/a.wav");
+    EXPECT_EQ(3u, actions_.started.size());
+}
+
 TEST_F(PeerExchangeTest, ForeignMessagesArePassedOver) {
     greet();
     for (const char* message : {"", ";", "2;", "2;;", "1;openFile;/a;", "02;openFile;/a;", "2;openFile;",

@@ -185,6 +185,35 @@ TEST_F(PeerProcessTest, ASecondStartHandsItsFileToTheFirst) {
     EXPECT_EQ(writeMessage({"finishedFileEdit", file}), host.hear());
 }
 
+// What the second start is given is told from its own folder.
+TEST_F(PeerProcessTest, AFileThatIsNamedFromTheFolderAroundItIsHandedOverWhole) {
+    const std::string file = writeSound("a.wav", {5, 6});
+    PlayedHost host;
+    HelperProcess live(TESX_PEER, {"--editor", kReverse});
+    ASSERT_TRUE(host.waitForGreeting());
+    HelperProcess second("/bin/sh", {"-c", "cd \"$1\" && exec \"$2\" --editor \"$3\" a.wav", "sh", exchange_.path(),
+                                     TESX_PEER, kReverse});
+    EXPECT_EQ(0, second.finish());
+    EXPECT_EQ(writeMessage({"finishedFileEdit", file}), host.hear());
+}
+
+TEST_F(PeerProcessTest, AnEditThatIsGivenUpMakesRoomForTheNext) {
+    const std::string first = writeSound("a.wav", {5, 6});
+    const std::string second = writeSound("b.wav", {7, 8});
+    PlayedHost host;
+    HelperProcess peer(TESX_PEER,
+                       {"--editor", "sh -c 'case $1 in */a.wav) exec sleep 100 </dev/null >/dev/null 2>&1;; esac; "
+                                    "cp \"$1\" \"$2\"' sh {in} {out}"});
+    ASSERT_TRUE(host.waitForGreeting());
+    host.tell(WireVerb::openFile, first);
+    host.tell(WireVerb::openFile, second);
+    ASSERT_TRUE(hearsLine(peer, "editing"));
+    host.tell(WireVerb::cancelFileEdit, first);
+    EXPECT_EQ("ok", host.ask({WireVerb::suspendKiteDriver, "text"}));
+    EXPECT_EQ(writeMessage({"finishedFileEdit", second}), host.hear());
+    EXPECT_EQ((std::vector<short>{5, 6}), readSound(first));
+}
+
 TEST_F(PeerProcessTest, TheScriptNamesTheProgramItself) {
     HelperProcess peer(TESX_PEER, {"--print-script", "--editor", kReverse});
     EXPECT_TRUE(hearsLine(peer, (std::string("<Path>") + TESX_PEER + "</Path>").c_str()));
