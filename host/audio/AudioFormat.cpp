@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cctype>
 #include <filesystem>
+#include <limits>
 #include <sndfile.h>
 #include <string_view>
 
@@ -35,7 +36,11 @@ constexpr FileType kFileTypes[] = {
 };
 
 // Room for the chunks around the samples below the limit of a 32-bit size.
-constexpr std::int64_t kLargestPlainWave = 0xFFFFFFFFLL - 0x100000;
+constexpr std::int64_t kLargestPlainData = 0xFFFFFFFFLL - 0x100000;
+
+bool isPlainWave(int major) {
+    return major == SF_FORMAT_WAV || major == SF_FORMAT_WAVEX;
+}
 
 std::string lowerExtension(const std::string& path) {
     std::string extension = std::filesystem::path(path).extension().string();
@@ -62,8 +67,7 @@ int majorFor(std::string_view extension, int sourceMajor, std::int64_t dataBytes
     if (major == 0) {
         major = sourceMajor != 0 ? sourceMajor : SF_FORMAT_WAV;
     }
-    const bool isPlainWave = major == SF_FORMAT_WAV || major == SF_FORMAT_WAVEX;
-    return isPlainWave && dataBytes > kLargestPlainWave ? SF_FORMAT_RF64 : major;
+    return isPlainWave(major) && dataBytes > kLargestPlainData ? SF_FORMAT_RF64 : major;
 }
 
 bool canBeWritten(const AudioFormat& format) {
@@ -101,6 +105,11 @@ std::string describe(const AudioFormat& format) {
     }
     return name + ", " + factsOf(format.kind).name + ", " + std::to_string(format.channels) +
            (format.channels == 1 ? " channel, " : " channels, ") + std::to_string(format.sampleRate) + " Hz";
+}
+
+std::int64_t largestDataBytes(int container) {
+    const int major = container & SF_FORMAT_TYPEMASK;
+    return isPlainWave(major) || major == SF_FORMAT_AIFF ? kLargestPlainData : std::numeric_limits<std::int64_t>::max();
 }
 
 std::optional<AudioFormat> formatForFile(const std::string& path, const AudioFormat& wanted, std::int64_t dataBytes) {

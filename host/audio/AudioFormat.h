@@ -29,6 +29,9 @@ std::string describe(const AudioFormat& format);
 // Whether the name says which kind of file it is.
 bool hasKnownExtension(const std::string& path);
 
+// How many bytes of samples a file of that container can hold.
+std::int64_t largestDataBytes(int container);
+
 // What a file of that name has to be written as, so that it holds samples of that kind and, where the names agree, the
 // very format of the source. A name that says nothing gets the source's kind of file, or WAV without a source.
 // dataBytes is what may come, at most: files beyond 4 GB need the 64-bit forms of WAV. Nothing for a kind of sample

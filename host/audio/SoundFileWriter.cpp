@@ -47,6 +47,8 @@ void SoundFileWriter::setComment(const std::string& text) {
 }
 
 std::int64_t SoundFileWriter::write(std::int64_t count, const void* buffer) {
+    // The library writes on beyond what the sizes in the file can tell.
+    count = std::min(count, largestDataBytes(format_.container) / format_.bytesPerFrame() - frames_);
     std::int64_t written = 0;
     switch (format_.kind) {
     case SampleKind::int16:

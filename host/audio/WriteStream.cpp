@@ -3,6 +3,8 @@
 #include "host/audio/ReadStream.h"
 
 #include <cstdio>
+#include <filesystem>
+#include <system_error>
 #include <utility>
 
 namespace tessera::host {
@@ -71,11 +73,23 @@ bool WriteStream::begin() {
     return true;
 }
 
+void WriteStream::giveUp() {
+    core_->note("warning: \"" + path_ +
+                "\" can't be written any further: the disk is full, or the sound longer than this kind of file can "
+                "hold; what was written is taken back");
+    writer_.reset();
+    life_ = Life::failed;
+    std::error_code ignored;
+    std::filesystem::resize_file(path_, 0, ignored);
+}
+
 void WriteStream::complete() {
     // A stream that never got a frame leaves a sound file of no length rather than an empty file.
     begin();
     writer_.reset();
-    life_ = Life::complete;
+    if (life_ != Life::failed) {
+        life_ = Life::complete;
+    }
 }
 
 bool WriteStream::open() {
@@ -116,16 +130,16 @@ std::int32_t WriteStream::write(std::int32_t count, const void* buffer, bool isL
     }
     const auto written = static_cast<std::int32_t>(writer_->write(count, buffer));
     if (written < count) {
-        core_->note("warning: \"" + path_ + "\" can't be written any further; is the disk full?");
-    }
-    if (isLast) {
+        giveUp();
+    } else if (isLast) {
         writer_->flush();
     }
     return written;
 }
 
 bool WriteStream::seek(std::int64_t frame) {
-    return guestMay("seek") && frame == 0 && (writer_ == nullptr || writer_->frames() == 0) && life_ != Life::complete;
+    return guestMay("seek") && frame == 0 && (writer_ == nullptr || writer_->frames() == 0) &&
+           (life_ == Life::reserved || life_ == Life::writing);
 }
 
 } // namespace tessera::host

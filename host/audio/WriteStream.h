@@ -3,7 +3,8 @@
 // The name is reserved by an empty file as soon as the stream exists, so that nobody else finds it free. The format is
 // settled at the first frame: until then a source that attaches may tell more of it than the guest can say with
 // numbers, such as whether 32 bits are integers. The file is complete when the guest's last reference goes, or sooner
-// when somebody is about to read it; frames that come after that are refused.
+// when somebody is about to read it; frames that come after that are refused. When frames can't be written, for lack of
+// space or because the kind of file ends there, the file is emptied: half a sound must not pass for a whole one.
 #pragma once
 
 #include "host/audio/FrameShape.h"
@@ -46,6 +47,7 @@ private:
     enum class Life { reserved, writing, complete, failed };
 
     bool begin();
+    void giveUp();
     void onGuestReleased() override { complete(); }
     void unusedSlotCalled(const char* interfaceName, int slot) override { reportReserved(interfaceName, slot); }
 

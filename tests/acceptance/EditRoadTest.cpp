@@ -3,6 +3,7 @@
 #include "acceptance/ModuleFixture.h"
 #include "acceptance/PeerDouble.h"
 #include "acceptance/SoundBytes.h"
+#include "support/FileSizeLimit.h"
 
 #include <filesystem>
 
@@ -207,6 +208,25 @@ TEST_F(EditRoad, AGivenUpEditLeavesTheProjectAlone) {
     EXPECT_NE(host().waitForEdit(0.5), "");
     EXPECT_EQ(event(1)->ownClip()->path(), path("a.wav"));
     EXPECT_TRUE(std::filesystem::is_empty(path("project/Audio")));
+}
+
+// The splice needs room for the whole sound, where the stretch alone has fitted.
+TEST_F(EditRoad, ADiskThatIsFullLeavesTheProjectAlone) {
+    const Samples original = randomSamples(k16Bit, kFrames, 1, 1);
+    writeSound(path("a.wav"), k16Bit, original, 1, kRate);
+    PeerDouble& peer = startPeer([&](const std::string&) { return true; });
+    startModule();
+    ASSERT_TRUE(isLinked(peer));
+    makeProject(path("a.wav"), 100, 5000);
+    {
+        const testing_support::FileSizeLimit limit(60000);
+        ASSERT_EQ(host().edit(), "");
+        EXPECT_TRUE(runUntil([&] { return output().find("what was written is taken back") != std::string::npos; }));
+        EXPECT_NE(host().waitForEdit(0.2), "");
+    }
+    EXPECT_EQ(event(1)->ownClip()->path(), path("a.wav"));
+    EXPECT_EQ(host().undoStack().nameToUndo(), "Trim event");
+    EXPECT_EQ(readSound(path("a.wav")).samples, original);
 }
 
 TEST_F(EditRoad, ClosingTheProjectGivesTheEditUp) {

@@ -2,9 +2,11 @@
 #include "host/audio/SoundFileWriter.h"
 #include "support/ScratchFolder.h"
 
+#include <algorithm>
 #include <cstring>
 #include <fstream>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <random>
 #include <sndfile.h>
 
@@ -165,7 +167,7 @@ TEST_F(SoundFile, ReadsBeyondFourGigabytes) {
     constexpr std::uint64_t kDataBytes = 9'000'000'000;
     constexpr int kHeaderBytes = 80;
     std::vector<std::uint8_t> header;
-    const auto text = [&](const char* four) { header.insert(header.end(), four, four + 4); };
+    const auto text = [&](const char* four) { std::copy_n(four, 4, std::back_inserter(header)); };
     const auto number = [&](std::uint64_t value, int bytes) {
         for (int i = 0; i < bytes; ++i) {
             header.push_back(static_cast<std::uint8_t>(value >> (8 * i)));
@@ -278,6 +280,17 @@ TEST(AudioFormat, TheNameDecidesTheKindOfFileAndTheSourceTheRest) {
         const auto format = formatForFile(row.file, {row.source, row.kind, 2, 48000}, row.bytes);
         ASSERT_TRUE(format.has_value()) << row.file;
         EXPECT_EQ(format->container, row.expected) << row.file << std::hex << format->container;
+    }
+}
+
+TEST(AudioFormat, SomeKindsOfFileEndBelowFourGigabytes) {
+    for (const int container : {SF_FORMAT_WAV, SF_FORMAT_WAVEX, SF_FORMAT_AIFF}) {
+        const std::int64_t most = largestDataBytes(container | SF_FORMAT_PCM_24);
+        EXPECT_LT(most, std::int64_t{1} << 32);
+        EXPECT_GT(most, (std::int64_t{1} << 32) - (std::int64_t{1} << 21));
+    }
+    for (const int container : {SF_FORMAT_RF64, SF_FORMAT_W64, SF_FORMAT_FLAC}) {
+        EXPECT_GT(largestDataBytes(container | SF_FORMAT_PCM_24), std::int64_t{1} << 40);
     }
 }
 

@@ -8,6 +8,7 @@
 #include "host/model/HostFile.h"
 #include "shell/hostapi/IAudioClipAccess.h"
 #include "shell/hostapi/IAudioWriterFactory.h"
+#include "support/FileSizeLimit.h"
 
 #include <filesystem>
 
@@ -170,6 +171,26 @@ TEST_F(Stream, ANewFileReservesItsNameAtOnce) {
 TEST_F(Stream, AWriterWithoutFramesLeavesASoundFileWithoutLength) {
     writer(path("b.wav"), 16).reset();
     EXPECT_TRUE(samplesOf(path("b.wav")).empty());
+}
+
+TEST_F(Stream, ASoundThatDoesNotFitOnTheDiskIsTakenBack) {
+    const std::vector<short> samples(16384, 7);
+    auto to = writer(path("b.wav"), 16);
+    {
+        const testing_support::FileSizeLimit limit(100000);
+        for (int block = 0; block < 4; ++block) {
+            to->write(16384, samples.data(), false);
+        }
+        EXPECT_EQ(to->write(1, samples.data(), true), 0);
+        EXPECT_FALSE(to->open());
+        EXPECT_FALSE(to->seek(0));
+    }
+    to.reset();
+    EXPECT_EQ(std::filesystem::file_size(path("b.wav")), 0u);
+    const FRefPtr<IAudioClipAccess> access = service<IAudioClipAccess>();
+    EXPECT_FALSE(access->bind(hostFile(path("b.wav")).get()));
+    EXPECT_NE(output().find("what was written is taken back"), std::string::npos) << output();
+    EXPECT_TRUE(misuses().empty());
 }
 
 TEST_F(Stream, WhatCantBeWrittenGivesNoWriter) {
