@@ -38,6 +38,11 @@ void releaseRecords(CmArray* records) {
     leftBehind = nullptr;
 }
 
+// Nearly all names are 8-bit, and most differ in their length already.
+bool isName(const FStringRef& key, const FStringRef& name) {
+    return key.isWide() || name.isWide() ? key == name : key.view8() == name.view8();
+}
+
 } // namespace
 
 FAttributes::FAttributes(const FAttributes& other) : CmClass(other) {
@@ -66,7 +71,7 @@ FStringIDAttribute* FAttributes::find(const FStringRef& name) const {
     const std::int32_t end = getCount();
     for (std::int32_t i = 0; i < end; ++i) {
         FStringIDAttribute* record = at(i);
-        if (record->getKey() == name) {
+        if (isName(record->getKey(), name)) {
             return record;
         }
     }

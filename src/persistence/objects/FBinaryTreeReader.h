@@ -9,6 +9,7 @@
 
 #include <cstdint>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace tessera {
@@ -25,6 +26,9 @@ public:
     bool readDocument(FAttributes& objects, FAttributes& trees);
     // A tree record, with its references resolved.
     bool readSingleTree(FAttributes& tree);
+
+    // All that were read, for whoever has to break circles among them.
+    std::vector<FRefPtr<FXmlReference>> takeReferences() { return std::move(references_); }
 
 private:
     using Value = FRefPtr<CmObject>;

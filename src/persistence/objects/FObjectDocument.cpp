@@ -1,5 +1,7 @@
 #include "persistence/objects/FObjectDocument.h"
 
+#include "persistence/objects/FBinaryTreeReader.h"
+#include "persistence/objects/FBinaryTreeWriter.h"
 #include "persistence/objects/FXmlObjectReader.h"
 #include "persistence/objects/FXmlObjectWriter.h"
 
@@ -40,9 +42,23 @@ bool FObjectDocument::loadDocument(FStream& stream, const char* rootTag, const F
                                    FXmlEntityColumn column) {
     FXmlObjectReader reader(stream, rootTag, column);
     const bool read = reader.readDocument(objects_, trees_, onlyRoot);
-    FXmlObjectReader::References references = reader.takeReferences();
-    std::move(references.begin(), references.end(), std::back_inserter(references_));
+    keep(reader.takeReferences());
     return read;
+}
+
+bool FObjectDocument::saveBinary(FStream& stream) const {
+    return FBinaryTreeWriter(stream).writeDocument(objects_, trees_);
+}
+
+bool FObjectDocument::loadBinary(FStream& stream) {
+    FBinaryTreeReader reader(stream);
+    const bool read = reader.readDocument(objects_, trees_);
+    keep(reader.takeReferences());
+    return read;
+}
+
+void FObjectDocument::keep(std::vector<FRefPtr<FXmlReference>> references) {
+    std::move(references.begin(), references.end(), std::back_inserter(references_));
 }
 
 bool FObjectDocument::saveObject(FStream& stream, const char* rootTag, const CmObject& object) {

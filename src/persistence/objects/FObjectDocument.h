@@ -78,12 +78,19 @@ public:
     bool loadDocument(FStream& stream, const char* rootTag, const FStringRef& onlyRoot = FStringRef(),
                       FXmlEntityColumn column = FXmlEntityColumn::ansi);
 
+    // The same content in the binary form, see BinaryForm.h. Saving fails as above, loading for anything that isn't a
+    // binary document.
+    bool saveBinary(FStream& stream) const;
+    bool loadBinary(FStream& stream);
+
     // A document that is one object: what it stores stands right in the root tag.
     static bool saveObject(FStream& stream, const char* rootTag, const CmObject& object);
     // Hands what was read to the object's restoreAttributes, whose answer it gives; an FAttributes gets it itself.
     static bool loadObject(FStream& stream, const char* rootTag, CmObject& object);
 
 private:
+    void keep(std::vector<FRefPtr<FXmlReference>> references);
+
     FAttributes objects_;
     FAttributes trees_;
     // Those that were loaded.
