@@ -5,8 +5,20 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 
 namespace tessera {
+
+namespace detail {
+
+template <class Character, std::size_t Size>
+void fillField(Character (&field)[Size], const Character* text, std::int32_t length) {
+    const Character* end =
+        std::find(text, text + std::min<std::size_t>(static_cast<std::size_t>(length), Size - 1), Character());
+    std::fill(std::copy(text, end, field), field + Size, Character());
+}
+
+} // namespace detail
 
 // The field must outlive the view.
 template <class Character, std::size_t Size>
@@ -15,22 +27,17 @@ FStringRef fieldText(const Character (&field)[Size]) {
     return FStringRef(field, static_cast<std::int32_t>(end - field));
 }
 
-// What is too long is cut, and the last place stays zero.
+// The text up to its first zero. What is too long is cut, and the last place stays zero.
 template <std::size_t Size>
-void setField(char (&field)[Size], FString text) {
-    std::fill(field, field + Size, '\0');
-    const char* characters = text.text8();
-    std::copy_n(characters, std::min<std::size_t>(static_cast<std::size_t>(text.length()), Size - 1), field);
+void setField(char (&field)[Size], const FString& text) {
+    detail::fillField(field, text.text8(), text.length());
 }
 
 template <std::size_t Size>
-void setField(char16_t (&field)[Size], FString text) {
-    std::fill(field, field + Size, u'\0');
+void setField(char16_t (&field)[Size], const FString& text) {
     const char16_t* characters = text.text16();
     // Bytes that mean nothing as text can't be widened.
-    if (text.isWide()) {
-        std::copy_n(characters, std::min<std::size_t>(static_cast<std::size_t>(text.length()), Size - 1), field);
-    }
+    detail::fillField(field, characters, text.isWide() ? text.length() : 0);
 }
 
 } // namespace tessera

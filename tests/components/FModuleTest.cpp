@@ -7,6 +7,7 @@
 #include "persistence/paths/FNPath.h"
 #include "platform/NativePath.h"
 #include "support/ForeignObject.h"
+#include "support/SlotOf.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -261,6 +262,14 @@ TEST_F(FModuleTest, AnswersOtherMessagesWith0) {
     EXPECT_EQ(module.receiveMessage(&other), 0);
     FMessage unload("Unload");
     EXPECT_EQ(module.receiveMessage(&unload), 1);
+}
+
+TEST_F(FModuleTest, TheOperationsFollowThoseOfTheRootInOrder) {
+    using test::slotOf;
+    using M = FModule;
+    test::expectConsecutive({slotOf(&CmObject::clone), slotOf(&M::use), slotOf(&M::unuse), slotOf(&M::onUnloadRequest),
+                             slotOf(&M::load), slotOf(&M::unload), slotOf(&M::onLoaded), slotOf(&M::onUnloading),
+                             slotOf(&M::getFactory), slotOf(&M::setInfo)});
 }
 
 TEST_F(FModuleTest, BothClassesAreCreatedByName) {

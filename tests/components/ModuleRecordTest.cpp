@@ -146,6 +146,17 @@ TEST(ModuleRecord, FieldsThatAreMissingAreEmptyAndThoseThatAreTooLongAreCut) {
     EXPECT_EQ(read.info.flags, 0);
 }
 
+TEST(ModuleRecord, TextsEndAtTheirFirstZero) {
+    FDefaults group;
+    ASSERT_TRUE(writeModuleRecord(group, sampleRecord()));
+    group.setString("Email", FStringRef("me\0you", 6));
+    group.setString("Class 00 - Name", FStringRef(u"me\0you", 6));
+    ModuleRecord read;
+    ASSERT_TRUE(readModuleRecord(group, read));
+    EXPECT_EQ(std::memcmp(read.info.email, "me\0\0\0\0", 7), 0);
+    EXPECT_EQ(std::memcmp(read.classes[0].name, u"me\0\0\0\0", 14), 0);
+}
+
 TEST(ModuleRecord, FieldsWithoutAZeroAreReadToTheirEnd) {
     ClassInfoWide info;
     std::fill(std::begin(info.category), std::end(info.category), 'c');

@@ -1,5 +1,5 @@
 // Folders of modules: what is found, what is remembered of it, and what is loaded for it.
-#include "appservices/defaults/FDefaultPool.h"
+#include "appservices/defaults/FGlobalDefaultPool.h"
 #include "components/ComponentDoubles.h"
 #include "components/FComponentRegistry.h"
 #include "components/FPluginComponent.h"
@@ -7,6 +7,8 @@
 #include "persistence/files/FFileSystem.h"
 #include "platform/RegistryValues.h"
 #include "support/ScratchFolder.h"
+#include "support/SettingsFolder.h"
+#include "support/SlotOf.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -365,6 +367,14 @@ TEST_F(ModuleScan, OfPlainLibrariesLoadsEachAndKeepsNone) {
     EXPECT_FALSE(manager->getModule(0)->isLoaded());
 }
 
+TEST_F(ModuleScan, TheOperationsFollowThoseOfTheRootInOrder) {
+    using test::slotOf;
+    using M = FModuleManager;
+    test::expectConsecutive({slotOf(&CmObject::clone), slotOf(&M::getFileType), slotOf(&M::isModuleFile),
+                             slotOf(&M::createModule), slotOf(&M::loadCache), slotOf(&M::storeCache),
+                             slotOf(&M::onModuleAdded), slotOf(&M::onModuleRemoved), slotOf(&M::onCacheComplete)});
+}
+
 TEST_F(ModuleScan, LeavesUnloadingDeferred) {
     put("remembered");
     scan();
@@ -385,6 +395,41 @@ TEST_F(ModuleScan, OurOwnModuleIsLoadedOnceAndRemembered) {
     EXPECT_TRUE(component->getVersion() == FStringRef("1.5.10.6"));
     EXPECT_TRUE(component->getCategory() == FStringRef("Service"));
     EXPECT_TRUE(fieldText(component->getModule()->getInfo().vendor) == FStringRef("Marlgrove Audio Works GmbH"));
+}
+
+// What was remembered goes through the files of the settings, in both forms.
+TEST_F(ModuleScan, IsRememberedByTheNextRunOfTheProgram) {
+    using Files = FGlobalDefaultPool::Files;
+    const test::SettingsFolder settings;
+    const fs::path folder = folder_ / "K\xC3\xB6ln \xE9\x9F\xB3";
+    fs::create_directory(folder);
+    fs::copy_file(fs::path(TEST_MODULES) / "remembered.shlb", folder / "remembered.shlb");
+    const auto path = test::nativePath(folder.string(), PathKind::folder);
+    for (const Files files : {Files::one, Files::split}) {
+        FGlobalDefaultPool::setBaseName(files == Files::one ? "OneFile" : "ManyFiles");
+        for (const bool first : {true, false}) {
+            const auto pool = FRefPtr<FGlobalDefaultPool>::adopt(new FGlobalDefaultPool);
+            pool->setFiles(files);
+            pool->load();
+            pool->restore();
+            renew();
+            registry_->setDefaults(pool.get());
+            EXPECT_EQ(registry_->scanFolder(*path), 1);
+            EXPECT_EQ(log_.lines().empty(), !first);
+            ASSERT_TRUE(knows(2));
+            EXPECT_TRUE(fieldText(registry_->getComponent(moduleClass(2))->getInfo().vendor) ==
+                        FStringRef(u"Class V\u00E9ndor \u97F3"));
+            EXPECT_TRUE(pool->save(FGlobalDefaultPool::RunSavers::yes));
+        }
+    }
+    FGlobalDefaultPool::setBaseName("Defaults");
+}
+
+TEST_F(ModuleScan, UsesTheSettingsOfTheProcessUnlessToldOtherwise) {
+    registry_->setDefaults(nullptr);
+    EXPECT_EQ(registry_->getDefaults(), FGlobalDefaultPool::getInstance());
+    registry_->setDefaults(pool_.get());
+    EXPECT_EQ(registry_->getDefaults(), pool_.get());
 }
 
 constexpr std::u16string_view kSharedKey = u"Software\\Marlgrove\\Shared Components";

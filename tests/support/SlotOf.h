@@ -4,6 +4,8 @@
 
 #include <cstddef>
 #include <cstring>
+#include <gtest/gtest.h>
+#include <initializer_list>
 
 namespace tessera::test {
 
@@ -15,6 +17,15 @@ std::size_t slotOf(Operation operation) {
     static_assert(sizeof operation == sizeof words);
     std::memcpy(words, &operation, sizeof words);
     return static_cast<std::size_t>(words[0] - 1) / sizeof(void*);
+}
+
+// For operations that are declared in the order of a contract: each stands behind the one before it.
+inline void expectConsecutive(std::initializer_list<std::size_t> slots) {
+    std::size_t expected = *slots.begin();
+    for (const std::size_t slot : slots) {
+        EXPECT_EQ(slot, expected);
+        ++expected;
+    }
 }
 
 } // namespace tessera::test

@@ -8,6 +8,8 @@
 #include "foundation/values/UPlugTarget.h"
 #include "foundation/values/ValueDoubles.h"
 
+#include "support/SlotOf.h"
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -250,6 +252,21 @@ TEST(UValue, OutlivesTheNotificationThatLetsGoOfIt) {
     holder.held.get()->endEdit(true);
     EXPECT_TRUE(holder.told);
     EXPECT_FALSE(holder.held);
+}
+
+TEST(UValue, ItsOperationsFollowThoseOfTheRootInOrder) {
+    using test::slotOf;
+    using V = UValue;
+    test::expectConsecutive(
+        {slotOf(&CmObject::clone), slotOf(&V::setTarget),  slotOf(&V::setTag),        slotOf(&V::setEnabled),
+         slotOf(&V::isEnabled),    slotOf(&V::isText),     slotOf(&V::isFraction),    slotOf(&V::isStepped),
+         slotOf(&V::isEditable),   slotOf(&V::limit),      slotOf(&V::setNormalized), slotOf(&V::setReport),
+         slotOf(&V::setWrap),      slotOf(&V::decrement),  slotOf(&V::increment),     slotOf(&V::copyValue),
+         slotOf(&V::toggle),       slotOf(&V::notify),     slotOf(&V::beginEdit),     slotOf(&V::endEdit),
+         slotOf(&V::isDisplay),    slotOf(&V::setDisplay), slotOf(&V::setValue),      slotOf(&V::getValue),
+         slotOf(&V::getMinimum),   slotOf(&V::setMinimum), slotOf(&V::getMaximum),    slotOf(&V::setMaximum),
+         slotOf(&V::getDefault),   slotOf(&V::setDefault), slotOf(&V::getString),     slotOf(&V::setString),
+         slotOf(&V::checkChange),  slotOf(&V::applyChange)});
 }
 
 TEST(UValue, HoldsNoNumber) {
