@@ -28,6 +28,7 @@ struct Listener final : ITranslationListener {
     std::int32_t translations = 0;
 
     void addLanguage(std::string_view code, std::u16string_view name) override { tell({}, code, name); }
+    bool wants(std::string_view) const override { return true; }
     FResult addTranslation(std::u16string_view key, std::string_view code, std::u16string_view text, std::int32_t line,
                            FString&) override {
         require(line >= 1);

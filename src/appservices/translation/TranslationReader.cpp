@@ -312,15 +312,19 @@ bool TranslationReader::tellText(Place place) {
     }
     if (place == Place::text) {
         ++stringCount_;
-        // Keys are English in every file.
-        const std::u16string key = widenText(CodePage::western, key_);
-        if (listener_.addTranslation(key, code_, widenText(codePageOf(code_), text_), countLines(), errorMessage_) ==
-            kResultFailure) {
+        if (listener_.wants(code_) && !tellTranslation()) {
             return false;
         }
     }
     text_.clear();
     return true;
+}
+
+bool TranslationReader::tellTranslation() {
+    // Keys are English in every file.
+    const std::u16string key = widenText(CodePage::western, key_);
+    return listener_.addTranslation(key, code_, widenText(codePageOf(code_), text_), countLines(), errorMessage_) !=
+           kResultFailure;
 }
 
 void TranslationReader::skipWhiteSpace() {

@@ -35,7 +35,7 @@ public:
     // Once. False at the first error, also when the listener asks to end.
     bool read();
 
-    // How many translations were told.
+    // How many translations were read.
     std::int32_t getStringCount() const { return stringCount_; }
     // Empty as long as there is none.
     const FString& getErrorMessage() const { return errorMessage_; }
@@ -78,6 +78,7 @@ private:
     bool openInStrings(const Tag& tag, Place& place);
     bool refuseTag(const Tag& tag);
     bool tellText(Place place);
+    bool tellTranslation();
 
     bool collectsText() const { return place_ == Place::language || place_ == Place::text; }
     bool isAtEnd() const { return at_ >= bytes_.size(); }

@@ -226,11 +226,12 @@ void TranslationTable::addLanguage(std::string_view code, std::u16string_view na
     languages_.push_back({LanguageCode(code), FString(name.data(), static_cast<std::int32_t>(name.size()))});
 }
 
-FResult TranslationTable::addTranslation(std::u16string_view key, std::string_view code, std::u16string_view text,
+bool TranslationTable::wants(std::string_view code) const {
+    return acceptAllLanguages_ || code == getLanguageCode();
+}
+
+FResult TranslationTable::addTranslation(std::u16string_view key, std::string_view, std::u16string_view text,
                                          std::int32_t line, FString& error) {
-    if (!acceptAllLanguages_ && code != getLanguageCode()) {
-        return kResultOk;
-    }
     if (verifies_ && verify(key, text, line, error) != kResultOk) {
         return kResultFailure;
     }

@@ -100,6 +100,7 @@ private:
     enum class PseudoOffer { unknown, yes, no };
 
     void addLanguage(std::string_view code, std::u16string_view name) override;
+    bool wants(std::string_view code) const override;
     FResult addTranslation(std::u16string_view key, std::string_view code, std::u16string_view text, std::int32_t line,
                            FString& error) override;
 

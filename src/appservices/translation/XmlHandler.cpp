@@ -123,6 +123,9 @@ void XmlHandler::endElement(IXmlParser& parser, const char*) {
 bool XmlHandler::closeText(IXmlParser& parser) {
     inText_ = false;
     ++stringCount_;
+    if (!listener_.wants(code_)) {
+        return true;
+    }
     return listener_.addTranslation(key_.view16(), code_, widened(text_).view16(), lineOf(parser), errorMessage_) !=
            kResultFailure;
 }

@@ -30,7 +30,7 @@ public:
     void characters(IXmlParser& parser, const char* text, std::int32_t length) override;
     void comment(IXmlParser& parser, const char* text) override;
 
-    // How many translations were told.
+    // How many translations were read.
     std::int32_t getStringCount() const { return stringCount_; }
     // Why the listener stopped the parser; empty when it didn't.
     const FString& getErrorMessage() const { return errorMessage_; }

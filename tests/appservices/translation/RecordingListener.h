@@ -15,10 +15,12 @@ public:
     std::vector<std::int32_t> lines;
     // The translation, counted from 1, at which the listener has had enough.
     int endsAt = 0;
+    std::string unwanted;
 
     void addLanguage(std::string_view code, std::u16string_view name) override {
         told.push_back(u"language " + widen(code) + u": " + std::u16string(name));
     }
+    bool wants(std::string_view code) const override { return code != unwanted; }
     FResult addTranslation(std::u16string_view key, std::string_view code, std::u16string_view text, std::int32_t line,
                            FString& error) override {
         told.push_back(std::u16string(key) + u" in " + widen(code) + u": " + std::u16string(text));

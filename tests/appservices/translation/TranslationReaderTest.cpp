@@ -257,6 +257,13 @@ TEST_F(TranslationReaderTest, ALanguageElementNeedsAKeyAndNoAttributes) {
               "Attribute/value pairs are not supported in that context!");
 }
 
+TEST_F(TranslationReaderTest, LanguagesThatNobodyWantsAreCountedAndNotTold) {
+    listener_.unwanted = "fr";
+    EXPECT_TRUE(read(inStrings("<String key='k'><fr>2</fr><de>1</de></String>")));
+    EXPECT_THAT(listener_.told, ElementsAre(u"k in de: 1"));
+    EXPECT_EQ(strings_, 2);
+}
+
 TEST_F(TranslationReaderTest, WhatCameBeforeAnErrorWasTold) {
     EXPECT_FALSE(read(inStrings("<String Key='a'><de>eins</de></String><String Key='b'><de>zwei</de>oops")));
     EXPECT_THAT(listener_.told, ElementsAre(u"a in de: eins", u"b in de: zwei"));

@@ -108,6 +108,13 @@ TEST_F(XmlHandlerTest, TheListenerStopsTheParse) {
     EXPECT_EQ(error_, "enough");
 }
 
+TEST_F(XmlHandlerTest, LanguagesThatNobodyWantsAreCountedAndNotTold) {
+    listener_.unwanted = "fr";
+    EXPECT_TRUE(read(inStrings("<String key='k'><fr>2</fr><de>1</de></String>")));
+    EXPECT_THAT(listener_.told, ElementsAre(u"k in de: 1"));
+    EXPECT_EQ(strings_, 2);
+}
+
 TEST_F(XmlHandlerTest, WhatCameBeforeABreakWasTold) {
     EXPECT_FALSE(read("<Translation><StringTable><String key='k'><de>1</de></String><String key="));
     EXPECT_THAT(listener_.told, ElementsAre(u"k in de: 1"));
