@@ -60,8 +60,10 @@ std::uint64_t TranslationMap::hashOf(std::u16string_view key) const {
         std::memcpy(&word, key.data(), sizeof word);
         state = mix(state, word);
     }
-    word = 0;
-    std::memcpy(&word, key.data(), key.size() * sizeof(char16_t));
+    // An empty key may have no data at all.
+    char16_t rest[kUnits] = {};
+    key.copy(rest, kUnits);
+    std::memcpy(&word, rest, sizeof word);
     return mix(state, word) >> 16;
 }
 

@@ -19,6 +19,7 @@ constexpr const char* kFile =
     "<String Key='Copy{{Noun}}'><de>Kopie</de></String>"
     "</StringTable></Translation>";
 
+// Constants are static in a program; here they stand before the table, which knows them to its end.
 class TranslatedTextTest : public testing::Test {
 protected:
     TranslatedTextTest() {
@@ -30,8 +31,8 @@ protected:
 };
 
 TEST_F(TranslatedTextTest, KeepsItsFirstAnswer) {
-    TranslationTable table;
     TranslatedText open{u"Open"};
+    TranslationTable table;
     EXPECT_EQ(open.cached.load(), nullptr);
     // Nothing is loaded yet, and the key it is for the rest of the run.
     EXPECT_EQ(table.translate(open), open.key);
@@ -41,9 +42,9 @@ TEST_F(TranslatedTextTest, KeepsItsFirstAnswer) {
 }
 
 TEST_F(TranslatedTextTest, IsLookedUpWhenItIsFirstAsked) {
+    TranslatedText open{u"Open"};
     TranslationTable table;
     ASSERT_TRUE(table.load(false));
-    TranslatedText open{u"Open"};
     const char16_t* const text = table.translate(open);
     EXPECT_EQ(std::u16string(text), u"Auf");
     EXPECT_EQ(open.cached.load(), text);
@@ -51,12 +52,12 @@ TEST_F(TranslatedTextTest, IsLookedUpWhenItIsFirstAsked) {
 }
 
 TEST_F(TranslatedTextTest, AKeyWithoutTranslationIsItsOwn) {
-    TranslationTable table;
-    ASSERT_TRUE(table.load(false));
     TranslatedText save{u"Save"};
     TranslatedText copy{u"Copy{{Verb}}"};
     TranslatedText noun{u"Copy{{Noun}}"};
     TranslatedText none{nullptr};
+    TranslationTable table;
+    ASSERT_TRUE(table.load(false));
     EXPECT_EQ(table.translate(save), save.key);
     EXPECT_EQ(table.translate(copy), copy.key);
     EXPECT_EQ(std::u16string(table.translate(noun)), u"Kopie");
@@ -68,10 +69,10 @@ TEST_F(TranslatedTextTest, AnEmptyTranslationIsNone) {
                           "\xEF\xBB\xBF<Translation><LanguageTable><language key='de'>D</language></LanguageTable>"
                           "<StringTable><String key='Save'><de></de></String>"
                           "<String key='Copy{{Noun}}'><de></de></String></StringTable></Translation>");
-    TranslationTable table;
-    ASSERT_TRUE(table.load(false));
     TranslatedText save{u"Save"};
     TranslatedText noun{u"Copy{{Noun}}"};
+    TranslationTable table;
+    ASSERT_TRUE(table.load(false));
     EXPECT_EQ(table.translate(save), save.key);
     EXPECT_EQ(table.translate(noun), noun.key);
     // The look-up tells the empty text of a context from none.
@@ -80,9 +81,9 @@ TEST_F(TranslatedTextTest, AnEmptyTranslationIsNone) {
 }
 
 TEST_F(TranslatedTextTest, AsksAgainInAnotherLanguage) {
+    TranslatedText open{u"Open"};
     TranslationTable table;
     ASSERT_TRUE(table.load(false));
-    TranslatedText open{u"Open"};
     EXPECT_EQ(std::u16string(table.translate(open)), u"Auf");
     ASSERT_TRUE(table.reload("fr"));
     EXPECT_EQ(open.cached.load(), nullptr);
@@ -100,9 +101,9 @@ TEST_F(TranslatedTextTest, OutlivesItsTable) {
 }
 
 TEST_F(TranslatedTextTest, IsAskedByManyThreadsAtOnce) {
+    std::vector<TranslatedText> texts(200);
     TranslationTable table;
     ASSERT_TRUE(table.load(false));
-    std::vector<TranslatedText> texts(200);
     for (TranslatedText& text : texts) {
         text.key = u"Open";
     }

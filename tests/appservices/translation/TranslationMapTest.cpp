@@ -76,6 +76,14 @@ TEST(TranslationMap, TakesTextsBeyondABlock) {
     EXPECT_EQ(std::u16string(map.find(u"b")), u"behind");
 }
 
+TEST(TranslationMap, TakesTextsWithoutData) {
+    TranslationMap map;
+    map.set({}, {});
+    ASSERT_NE(map.find(u""), nullptr);
+    EXPECT_EQ(*map.find(u""), u'\0');
+    EXPECT_EQ(map.size(), 1u);
+}
+
 TEST(TranslationMap, IsEmptyAndUsableOnceCleared) {
     TranslationMap map;
     map.set(u"Open", u"Öffnen");
