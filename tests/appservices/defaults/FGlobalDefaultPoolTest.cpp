@@ -82,8 +82,8 @@ TEST_F(FGlobalDefaultPoolTest, ValuesComeBackInTheNextRun) {
                         "e",
                         "t\xc3\xa4xt", "a \"text\" & <more>\r\n");
         pool->setString("texts", "long", std::string(5000, 'x').c_str());
-        FRegistryEntry entry("key", "value");
-        pool->setObject("objects", "entry", &entry);
+        const auto entry = FRefPtr<CmObject>::adopt(new FRegistryEntry("key", "value"));
+        pool->setObject("objects", "entry", entry.get());
         pool->getGroup("versioned", 3, kMade)->setInt("key", 1);
         EXPECT_TRUE(save(*pool));
     }
@@ -112,8 +112,8 @@ TEST_F(FGlobalDefaultPoolTest, ValuesComeBackInTheNextRun) {
 TEST_F(FGlobalDefaultPoolTest, AnObjectThatNobodyAskedForIsSavedAsItWasRead) {
     {
         const auto pool = started();
-        FRegistryEntry entry("key", "value");
-        pool->setObject("objects", "entry", &entry);
+        const auto entry = FRefPtr<CmObject>::adopt(new FRegistryEntry("key", "value"));
+        pool->setObject("objects", "entry", entry.get());
         EXPECT_TRUE(save(*pool));
     }
     for (int run = 0; run < 2; ++run) {
