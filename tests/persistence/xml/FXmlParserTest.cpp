@@ -675,10 +675,10 @@ TEST(FXmlParserDeathTest, AParseFromAnEmptyElementIsAMistake) {
 // Reuse and reports.
 
 TEST(FXmlParser, AnotherStreamIsAnotherDocument) {
+    OddStream next("<d>\n</d>");
     TextParser parser("<?xml encoding=\"utf-8\"?>\n<a><b></c>");
     EXPECT_FALSE(parser.parse(nullptr));
     EXPECT_EQ(parser.lineNumber(), 1);
-    OddStream next("<d>\n</d>");
     parser.setStream(&next);
     EXPECT_EQ(parser.lineNumber(), 0);
     EXPECT_EQ(parser.getCodePage(), CodePage::system);

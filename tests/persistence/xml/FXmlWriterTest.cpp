@@ -19,7 +19,7 @@ protected:
 
     FMemoryStream stream;
     FXmlWriter writer{&stream};
-    const FXmlAttributeList none;
+    FXmlAttributeList none;
 };
 
 TEST_F(FXmlWriterTest, IsKnownByNameAndNotCreatedByIt) {
