@@ -1,5 +1,6 @@
 #include "host/model/Event.h"
 
+#include "host/model/Project.h"
 #include "host/model/Track.h"
 #include "host/undo/PlaceChange.h"
 #include "host/undo/UndoStack.h"
@@ -113,6 +114,12 @@ FResult Event::setAudioPart(std::int64_t, IAudioPart* part, std::int64_t) {
     }
     part_ = own->self();
     return kResultOk;
+}
+
+std::uint32_t Event::itemId() {
+    const std::shared_ptr<Track> stands = guestMay("itemId") ? track() : nullptr;
+    const std::shared_ptr<Project> project = stands == nullptr ? nullptr : stands->project();
+    return project == nullptr ? 0 : static_cast<std::uint32_t>(project->numberOf(*this));
 }
 
 } // namespace tessera::host

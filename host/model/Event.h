@@ -8,6 +8,7 @@
 #include "host/objects/HostCore.h"
 #include "host/objects/HostObject.h"
 #include "shell/hostapi/IAudioEvent.h"
+#include "shell/hostapi/IMediaAttributes.h"
 #include "shell/hostapi/IProjectObject.h"
 
 #include <cstdint>
@@ -27,7 +28,7 @@ struct EventPlace {
     double end() const { return start + length; }
 };
 
-class Event final : public HostObject<Event, UnusedSlots<IProjectObject>, IAudioEvent> {
+class Event final : public HostObject<Event, UnusedSlots<IProjectObject>, IAudioEvent, IMediaAttributes> {
 public:
     // An event without a part is one with notes, which the guest can't edit.
     Event(std::shared_ptr<HostCore> core, std::string name, EventPlace place,
@@ -53,6 +54,9 @@ public:
     IProjectObject* parent() override;
     IAudioPart* audioPart() override;
     FResult setAudioPart(std::int64_t unused1, IAudioPart* part, std::int64_t unused2) override;
+
+    // The number that the project shows it under, by which the timeline knows it; 0 while it stands nowhere.
+    std::uint32_t itemId() override;
 
 private:
     bool offers(const FUIDBytes& uid) const override { return isAudio() || !(uid == IAudioEvent::iid); }

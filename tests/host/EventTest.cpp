@@ -58,6 +58,24 @@ TEST_F(EventTest, AScopeThatNobodyGaveIsReported) {
     EXPECT_NE(misuses().front().find("timelineEnd"), std::string::npos);
 }
 
+// A guest that knows an event only from the selection finds its place on the timeline by this.
+TEST_F(EventTest, AsAMediaItemItIsKnownByItsNumber) {
+    makeProject({makeSound("a.wav", 1000), makeSound("b.wav", 2000)});
+    for (int number = 1; number <= 2; ++number) {
+        const auto item = queryFor<IMediaAttributes>(event(number)->unknown());
+        ASSERT_TRUE(item);
+        EXPECT_EQ(item->itemId(), static_cast<std::uint32_t>(number));
+    }
+    double start = -1;
+    double end = -1;
+    host().project()->root()->itemRange(event(2)->itemId(), &start, &end);
+    EXPECT_EQ(start, 1);
+    EXPECT_EQ(end, 3);
+    const std::shared_ptr<Event> removed = event(1);
+    ASSERT_EQ(host().removeEvent(1), "");
+    EXPECT_EQ(removed->itemId(), 0u);
+}
+
 TEST_F(EventTest, ADuplicateStandsNowhereAndBelongsToTheCaller) {
     makeProject({makeSound("a.wav", 1000)});
     const auto copy = FRefPtr<IProjectObject>::adopt(event(1)->duplicate(0));
