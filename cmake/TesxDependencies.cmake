@@ -9,7 +9,6 @@ pkg_check_modules(sndfile REQUIRED IMPORTED_TARGET sndfile)
 pkg_check_modules(utf8proc REQUIRED IMPORTED_TARGET libutf8proc)
 pkg_check_modules(md REQUIRED IMPORTED_TARGET libmd)
 find_package(CLI11 REQUIRED)
-find_package(nlohmann_json REQUIRED)
 
 if(TESX_BUILD_TESTS)
     find_package(GTest REQUIRED)

@@ -1,21 +1,24 @@
 #include "host/model/ProjectFile.h"
 
+#include "host/stored/StoredProject.h"
+#include "host/stored/StoredText.h"
+#include "persistence/objects/FObjectDocument.h"
+#include "persistence/streams/FMemoryStream.h"
+
 #include <cmath>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <nlohmann/json.hpp>
-#include <optional>
+#include <map>
 #include <utility>
 
 namespace tessera::host {
 namespace {
 
-using Json = nlohmann::ordered_json;
 namespace fs = std::filesystem;
 
-constexpr char kFormat[] = "tesx-host project";
-constexpr int kVersion = 1;
+constexpr char kRootTag[] = "TesxProject";
+constexpr char kRootName[] = "project";
 
 // Relative to the project's folder if the file lies inside it.
 std::string storedPath(const std::string& path, const fs::path& folder) {
@@ -24,28 +27,78 @@ std::string storedPath(const std::string& path, const fs::path& folder) {
     return isInside ? relative.generic_string() : path;
 }
 
-int placeInPool(const std::vector<std::shared_ptr<AudioPart>>& parts, const AudioClip* clip) {
-    for (std::size_t i = 0; i < parts.size(); ++i) {
-        if (parts[i]->ownClip()->path() == clip->path()) {
-            return static_cast<int>(i);
+bool isInPool(const AudioPool& pool, const AudioClip& clip) {
+    for (const std::shared_ptr<AudioPart>& part : pool.parts()) {
+        if (part->ownClip()->path() == clip.path()) {
+            return true;
         }
     }
-    return -1;
+    return false;
 }
 
-Json eventJson(const Event& event, const std::vector<std::shared_ptr<AudioPart>>& parts) {
-    Json json = {{"name", event.name()}};
-    if (event.isAudio()) {
-        json["clip"] = placeInPool(parts, event.ownClip());
+// Makes the stored form of one project; a text that no document can hold becomes the complaint.
+class ProjectSnapshot {
+public:
+    explicit ProjectSnapshot(const fs::path& folder) : folder_(folder) {}
+
+    FRefPtr<StoredProject> take(Project& project, Transport& transport) {
+        auto stored = FRefPtr<StoredProject>::adopt(new StoredProject);
+        stored->version = StoredProject::kVersion;
+        stored->cycleLeft = transport.cycleLeft().seconds();
+        stored->cycleRight = transport.cycleRight().seconds();
+        for (const auto& part : project.ownPool().parts()) {
+            stored->pool.push_back(takeClip(part->ownClip()->path()));
+        }
+        for (const auto& track : project.tracks()) {
+            stored->tracks.push_back(takeTrack(*track));
+        }
+        return stored;
     }
-    json["start"] = event.place().start;
-    json["length"] = event.place().length;
-    if (event.isAudio()) {
-        json["offset"] = event.place().offset;
-        json["restrictions"] = event.restrictions();
+
+    const Complaint& complaint() const { return complaint_; }
+
+private:
+    FRefPtr<StoredClip> takeClip(const std::string& path) {
+        auto clip = FRefPtr<StoredClip>::adopt(new StoredClip);
+        clip->path = checked(storedPath(path, folder_));
+        clips_[path] = clip;
+        return clip;
     }
-    return json;
-}
+
+    FRefPtr<StoredTrack> takeTrack(const Track& track) {
+        auto stored = FRefPtr<StoredTrack>::adopt(new StoredTrack);
+        stored->name = checked(track.name());
+        for (const auto& event : track.eventsByStart()) {
+            stored->events.push_back(takeEvent(*event));
+        }
+        return stored;
+    }
+
+    FRefPtr<StoredEvent> takeEvent(const Event& event) {
+        auto stored = FRefPtr<StoredEvent>::adopt(new StoredEvent);
+        stored->name = checked(event.name());
+        stored->start = event.place().start;
+        stored->length = event.place().length;
+        if (event.isAudio()) {
+            stored->offset = event.place().offset;
+            stored->restrictions = event.restrictions();
+            stored->clip = clips_[event.ownClip()->path()];
+        }
+        return stored;
+    }
+
+    const std::string& checked(const std::string& text) {
+        if (complaint_.empty() && !canBeStored(text)) {
+            complaint_ = "\"" + text.substr(0, 60) + "...\" is too long for a project file, or is no valid UTF-8; " +
+                         "give it another name and save again";
+        }
+        return text;
+    }
+
+    const fs::path folder_;
+    std::map<std::string, FRefPtr<StoredClip>> clips_; // by full path
+    Complaint complaint_;
+};
 
 // Reads one project; the first thing that is wrong becomes the complaint and ends it.
 class ProjectReader {
@@ -57,15 +110,16 @@ public:
           folder_(fs::absolute(path_).parent_path()) {}
 
     std::shared_ptr<Project> read(Transport& transport) {
-        const std::optional<Json> json = parse();
-        if (!json) {
+        FObjectDocument document;
+        StoredProject* const stored = load(document);
+        auto project = stored == nullptr ? nullptr : Project::create(core_, folder_.string());
+        if (project == nullptr || !readPool(*stored, *project) || !readTracks(*stored, *project)) {
             return nullptr;
         }
-        auto project = Project::create(core_, folder_.string());
-        if (!readPool(*json, *project) || !readTracks(*json, *project)) {
-            return nullptr;
+        if (std::isfinite(stored->cycleLeft) && std::isfinite(stored->cycleRight)) {
+            transport.cycleLeft().set(stored->cycleLeft);
+            transport.cycleRight().set(stored->cycleRight);
         }
-        readCycle(*json, transport);
         project->setFilePath(fs::absolute(path_).string());
         return project;
     }
@@ -76,50 +130,55 @@ private:
         return false;
     }
 
-    std::optional<Json> parse() {
+    // Borrowed from the document.
+    StoredProject* load(FObjectDocument& document) {
         std::ifstream file(path_, std::ios::binary);
-        const std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+        const std::string bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
         if (!file) {
             complain("can't be read; give the path of a project file (" + std::string(kProjectExtension) + ")");
-            return std::nullopt;
+            return nullptr;
         }
-        Json json = Json::parse(text, nullptr, false);
-        if (!json.is_object() || json.value("format", Json()) != kFormat) {
-            complain("is no project of tesx-host; make one with: new FOLDER SOUNDFILE...");
-            return std::nullopt;
+        const void* const data = bytes.data();
+        FMemoryStream stream(data, static_cast<std::int32_t>(bytes.size()));
+        auto* const stored =
+            document.loadDocument(stream, kRootTag) ? cmCast<StoredProject>(document.getObject(kRootName)) : nullptr;
+        if (stored == nullptr) {
+            complain("is no project of tesx-host, or a damaged one; make a new one with: new FOLDER SOUNDFILE...");
+            return nullptr;
         }
-        if (json.value("version", Json()) != kVersion) {
-            complain("was written by another version of tesx-host; expected version 1");
-            return std::nullopt;
+        if (stored->version != StoredProject::kVersion) {
+            complain("was written by another version of tesx-host; expected version " +
+                     std::to_string(StoredProject::kVersion));
+            return nullptr;
         }
-        return json;
+        return stored;
     }
 
-    bool readPool(const Json& json, Project& project) {
-        const Json pool = json.value("pool", Json::array());
-        for (const Json& entry : pool) {
-            if (!entry.is_string()) {
+    bool readPool(const StoredProject& stored, Project& project) {
+        for (const FRefPtr<StoredClip>& clip : stored.pool) {
+            if (!clip || clip->path.empty()) {
                 return complain("names something in its pool that is no path; mend the file by hand");
             }
-            const std::string file = (folder_ / entry.get<std::string>()).lexically_normal().string();
+            const std::string file = (folder_ / clip->path).lexically_normal().string();
             std::string error;
-            const std::shared_ptr<AudioClip> clip = AudioClip::open(core_, file, &error);
-            if (clip == nullptr) {
+            const std::shared_ptr<AudioClip> opened = AudioClip::open(core_, file, &error);
+            if (opened == nullptr) {
                 return complain("needs a sound file that can't be used: " + error);
             }
-            project.ownPool().addPart(std::make_shared<AudioPart>(core_, clip));
+            parts_[clip.get()] = std::make_shared<AudioPart>(core_, opened);
+            project.ownPool().addPart(parts_[clip.get()]);
         }
         return true;
     }
 
-    bool readTracks(const Json& json, Project& project) {
-        for (const Json& track : json.value("tracks", Json::array())) {
-            if (!track.is_object()) {
-                return complain("holds a track that is no object; mend the file by hand");
+    bool readTracks(const StoredProject& stored, Project& project) {
+        for (const FRefPtr<StoredTrack>& track : stored.tracks) {
+            if (!track) {
+                return complain("holds something in place of a track; mend the file by hand");
             }
-            const std::shared_ptr<Track> added = project.addTrack(text(track, "name"));
-            for (const Json& event : track.value("events", Json::array())) {
-                if (!event.is_object() || !readEvent(event, project, *added)) {
+            const std::shared_ptr<Track> added = project.addTrack(track->name);
+            for (const FRefPtr<StoredEvent>& event : track->events) {
+                if (!event || !readEvent(*event, *added)) {
                     return complain(
                         "holds an event on track \"" + added->name() +
                         "\" without a clip of the pool or with times that are no numbers; mend the file by hand");
@@ -129,80 +188,46 @@ private:
         return true;
     }
 
-    bool readEvent(const Json& json, Project& project, Track& track) {
-        const std::optional<double> start = number(json, "start");
-        const std::optional<double> length = number(json, "length");
-        const std::optional<double> offset = json.contains("offset") ? number(json, "offset") : 0.0;
-        if (!start || !length || !offset || *length < 0 || *offset < 0) {
+    bool readEvent(const StoredEvent& stored, Track& track) {
+        const EventPlace place{stored.start, stored.length, stored.offset};
+        const bool hasPlace = std::isfinite(place.start) && std::isfinite(place.length) && std::isfinite(place.offset);
+        const auto part = parts_.find(stored.clip.get());
+        if (!hasPlace || place.length < 0 || place.offset < 0 || (stored.hasClip && part == parts_.end())) {
             return false;
         }
-        std::shared_ptr<AudioPart> part;
-        if (json.contains("clip")) {
-            const auto& parts = project.ownPool().parts();
-            const Json clip = json["clip"];
-            if (!clip.is_number_unsigned() || clip.get<std::size_t>() >= parts.size()) {
-                return false;
-            }
-            part = parts[clip.get<std::size_t>()];
-        }
-        const auto event =
-            std::make_shared<Event>(core_, text(json, "name"), EventPlace{*start, *length, *offset}, part);
-        event->setRestrictions(static_cast<std::uint32_t>(number(json, "restrictions").value_or(0)));
+        const auto event = std::make_shared<Event>(core_, stored.name, place, stored.hasClip ? part->second : nullptr);
+        event->setRestrictions(static_cast<std::uint32_t>(stored.restrictions));
         track.add(event);
         return true;
-    }
-
-    void readCycle(const Json& json, Transport& transport) {
-        const Json cycle = json.value("cycle", Json());
-        if (cycle.is_array() && cycle.size() == 2 && cycle[0].is_number() && cycle[1].is_number()) {
-            transport.cycleLeft().set(cycle[0].get<double>());
-            transport.cycleRight().set(cycle[1].get<double>());
-        }
-    }
-
-    static std::string text(const Json& json, const char* key) {
-        const Json value = json.value(key, Json());
-        return value.is_string() ? value.get<std::string>() : std::string();
-    }
-    static std::optional<double> number(const Json& json, const char* key) {
-        const Json value = json.value(key, Json());
-        const double result = value.is_number() ? value.get<double>() : NAN;
-        return std::isfinite(result) ? std::optional<double>(result) : std::nullopt;
     }
 
     const std::shared_ptr<HostCore> core_;
     const std::string path_;
     Complaint& complaint_;
     const fs::path folder_;
+    std::map<const StoredClip*, std::shared_ptr<AudioPart>> parts_;
 };
 
 } // namespace
 
 Complaint saveProject(Project& project, Transport& transport, const std::string& path, SaveSteps& steps) {
-    const fs::path folder = fs::absolute(path).parent_path();
-    // Every clip that an event plays has its place in the pool.
     for (const auto& event : project.events()) {
-        if (event->isAudio() && placeInPool(project.ownPool().parts(), event->ownClip()) < 0) {
+        if (event->isAudio() && !isInPool(project.ownPool(), *event->ownClip())) {
             project.ownPool().addPart(event->part());
         }
     }
-    const auto& parts = project.ownPool().parts();
-    Json json = {{"format", kFormat}, {"version", kVersion}};
-    json["pool"] = Json::array();
-    for (const auto& part : parts) {
-        json["pool"].push_back(storedPath(part->ownClip()->path(), folder));
+    ProjectSnapshot snapshot(fs::absolute(path).parent_path());
+    const FRefPtr<StoredProject> stored = snapshot.take(project, transport);
+    if (!snapshot.complaint().empty()) {
+        return snapshot.complaint();
     }
-    json["cycle"] = {transport.cycleLeft().seconds(), transport.cycleRight().seconds()};
-    json["tracks"] = Json::array();
-    for (const auto& track : project.tracks()) {
-        Json events = Json::array();
-        for (const auto& event : track->eventsByStart()) {
-            events.push_back(eventJson(*event, parts));
-        }
-        json["tracks"].push_back({{"name", track->name()}, {"events", std::move(events)}});
+    FObjectDocument document;
+    FMemoryStream stream;
+    std::string reason = "there is no memory for it";
+    if (document.addObject(kRootName, *stored) && document.saveDocument(stream, kRootTag)) {
+        reason = safeSave(
+            path, {reinterpret_cast<const char*>(stream.getData()), static_cast<std::size_t>(stream.getSize())}, steps);
     }
-    const std::string content = json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
-    const std::string reason = safeSave(path, content, steps);
     if (!reason.empty()) {
         return "\"" + path + "\" can't be saved (" + reason + "); what was there is unchanged, save to another place";
     }

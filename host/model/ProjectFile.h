@@ -1,15 +1,40 @@
-// ProjectFile: a project as JSON.
+// ProjectFile: a project as an object document, XML with the root tag "TesxProject".
 //
-//   { "format": "tesx-host project", "version": 1,
-//     "pool":   [ "Audio/take.wav", "/home/anna/piano.flac" ],
-//     "cycle":  [ 0.0, 4.0 ],
-//     "tracks": [ { "name": "Track 1",
-//                   "events": [ { "name": "take.wav", "clip": 0, "start": 1.5, "length": 3.0, "offset": 2.0,
-//                                 "restrictions": 0 },
-//                               { "name": "Notes", "start": 8.0, "length": 4.0 } ] } ] }
+//   <TesxProject>
+//      <rootObjects>
+//         <root name="project" ID="1"/>
+//      </rootObjects>
 //
-// Times are seconds. "clip" is a place in the pool, and an event without one holds notes. Files inside the project's
-// folder are told from there, with "/", so that the folder can be moved; others by their full path.
+//      <obj class="HostProject" ID="1">
+//         <int name="version" value="2"/>
+//         <float name="cycleLeft" value="0"/>
+//         <float name="cycleRight" value="4"/>
+//         <list name="pool" type="obj">
+//            <obj class="HostClip" ID="2">
+//               <string name="path" value="Audio/take.wav"/>
+//            </obj>
+//         </list>
+//         <list name="tracks" type="obj">
+//            <obj class="HostTrack" ID="3">
+//               <string name="name" value="Track 1"/>
+//               <list name="events" type="obj">
+//                  <obj class="HostEvent" ID="4">
+//                     <string name="name" value="take.wav"/>
+//                     <float name="start" value="1.5"/>
+//                     <float name="length" value="3"/>
+//                     <float name="offset" value="2"/>
+//                     <int name="restrictions" value="0"/>
+//                     <obj name="clip" ID="2"/>
+//                  </obj>
+//               </list>
+//            </obj>
+//         </list>
+//      </obj>
+//
+//   </TesxProject>
+//
+// Times are seconds. An event without a clip holds notes. Files inside the project's folder are told from there, with
+// "/", so that the folder can be moved; others by their full path.
 #pragma once
 
 #include "host/model/Project.h"
@@ -24,6 +49,7 @@ namespace tessera::host {
 
 inline constexpr char kProjectExtension[] = ".tesxproject";
 
+// Every clip that an event plays gets its place in the pool. After a complaint the file is what it was.
 Complaint saveProject(Project& project, Transport& transport, const std::string& path,
                       SaveSteps& steps = platformSaveSteps());
 

@@ -8,6 +8,8 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <map>
+#include <regex>
 
 namespace tessera::host {
 namespace {
@@ -118,9 +120,23 @@ TEST_F(ProjectFileTest, AFailedSaveLeavesNothingBehind) {
     EXPECT_TRUE(std::filesystem::is_directory(path("taken/inside")));
 }
 
+// A document with one project that holds these members.
+std::string documentWith(const std::string& members, int version = 2) {
+    return "<TesxProject><rootObjects><root name=\"project\" ID=\"1\"/></rootObjects>"
+           "<obj class=\"HostProject\" ID=\"1\"><int name=\"version\" value=\"" +
+           std::to_string(version) + "\"/>" + members + "</obj></TesxProject>";
+}
+
+// One with one track that holds this event.
+std::string documentWithEvent(const std::string& members) {
+    return documentWith("<list name=\"tracks\" type=\"obj\"><obj class=\"HostTrack\" ID=\"2\">"
+                        "<list name=\"events\" type=\"obj\"><obj class=\"HostEvent\" ID=\"3\">" +
+                        members + "</obj></list></obj></list>");
+}
+
 struct BrokenRow {
     const char* name;
-    const char* content;
+    std::string content;
     const char* message;
 };
 
@@ -128,27 +144,37 @@ TEST_F(ProjectFileTest, ABrokenFileIsRefusedWithAReason) {
     makeProject({makeSound("a.wav", 1000)});
     ASSERT_EQ(host().saveProject(""), "");
     const std::shared_ptr<Project> before = host().project();
+    const std::string place = "<float name=\"start\" value=\"0\"/><float name=\"length\" value=\"1\"/>";
+    const std::string whole = documentWith("");
     const BrokenRow rows[] = {
         {"empty", "", "is no project"},
         {"text", "hello", "is no project"},
-        {"cut", "{ \"format\": \"tesx-host project\", ", "is no project"},
-        {"array", "[]", "is no project"},
-        {"foreign", "{ \"format\": \"other\" }", "is no project"},
-        {"format is a number", "{ \"format\": 1 }", "is no project"},
-        {"newer", R"({"format":"tesx-host project","version":2})", "another version"},
-        {"missing sound", R"({"format":"tesx-host project","version":1,"pool":["no.wav"]})", "there is no file"},
-        {"pool of numbers", R"({"format":"tesx-host project","version":1,"pool":[1]})", "pool"},
-        {"track of text", R"({"format":"tesx-host project","version":1,"tracks":["x"]})", "track"},
-        {"event of text", R"({"format":"tesx-host project","version":1,"tracks":[{"events":["x"]}]})", "event"},
-        {"no times", R"({"format":"tesx-host project","version":1,"tracks":[{"events":[{}]}]})", "times"},
+        {"cut", whole.substr(0, whole.size() / 2), "is no project"},
+        {"foreign", "<Song></Song>", "is no project"},
+        {"without a project", "<TesxProject></TesxProject>", "is no project"},
+        {"another class",
+         "<TesxProject><rootObjects><root name=\"project\" ID=\"1\"/></rootObjects>"
+         "<obj class=\"CmString\" ID=\"1\"></obj></TesxProject>",
+         "is no project"},
+        {"older", documentWith("", 1), "another version"},
+        {"newer", documentWith("", 3), "another version"},
+        {"missing sound",
+         documentWith("<list name=\"pool\" type=\"obj\"><obj class=\"HostClip\" ID=\"2\">"
+                      "<string name=\"path\" value=\"no.wav\"/></obj></list>"),
+         "there is no file"},
+        {"clip without a path",
+         documentWith("<list name=\"pool\" type=\"obj\"><obj class=\"HostClip\" ID=\"2\"></obj></list>"), "pool"},
+        {"pool of strings",
+         documentWith("<list name=\"pool\" type=\"obj\"><obj class=\"CmString\" ID=\"2\"></obj></list>"), "pool"},
+        {"track of text",
+         documentWith("<list name=\"tracks\" type=\"obj\"><obj class=\"CmString\" ID=\"2\"></obj></list>"), "track"},
+        {"no times", documentWithEvent(""), "times"},
         {"negative length",
-         R"({"format":"tesx-host project","version":1,"tracks":[{"events":[{"start":0,"length":-1}]}]})", "times"},
-        {"clip beyond the pool",
-         R"({"format":"tesx-host project","version":1,"tracks":[{"events":[{"start":0,"length":1,"clip":0}]}]})",
-         "clip"},
-        {"negative clip",
-         R"({"format":"tesx-host project","version":1,"tracks":[{"events":[{"start":0,"length":1,"clip":-1}]}]})",
-         "clip"},
+         documentWithEvent("<float name=\"start\" value=\"0\"/><float name=\"length\" value=\"-1\"/>"), "times"},
+        {"not a number", documentWithEvent("<float name=\"start\" value=\"nan\"/><float name=\"length\" value=\"1\"/>"),
+         "times"},
+        {"clip that isn't there", documentWithEvent(place + "<obj name=\"clip\" ID=\"77\"/>"), "clip"},
+        {"clip of another class", documentWithEvent(place + "<obj name=\"clip\" ID=\"2\"/>"), "clip"},
     };
     for (const BrokenRow& row : rows) {
         std::ofstream(path("broken.tesxproject")) << row.content;
@@ -157,6 +183,85 @@ TEST_F(ProjectFileTest, ABrokenFileIsRefusedWithAReason) {
         EXPECT_EQ(host().project(), before) << row.name;
     }
     EXPECT_NE(host().openProject(path("missing.tesxproject")).find("can't be read"), std::string::npos);
+}
+
+// IDs are addresses: a document is told by the order in which they first appear.
+std::string renumbered(const std::string& document) {
+    static const std::regex id("ID=\"([0-9]+)\"");
+    std::map<std::string, std::size_t> numbers;
+    std::string result;
+    std::size_t done = 0;
+    for (std::sregex_iterator found(document.begin(), document.end(), id), end; found != end; ++found) {
+        const auto number = numbers.emplace((*found)[1], numbers.size() + 1).first->second;
+        const auto start = static_cast<std::size_t>(found->position());
+        result.append(document, done, start - done).append("ID=\"" + std::to_string(number) + "\"");
+        done = start + static_cast<std::size_t>(found->length());
+    }
+    return result + document.substr(done);
+}
+
+TEST_F(ProjectFileTest, TheDocumentNamesAClipOnceAndItsEventsRefer) {
+    std::filesystem::create_directories(path("project/Audio"));
+    makeSound("project/Audio/\xC3\xBC.wav", 4000);
+    makeProject({path("project/Audio/\xC3\xBC.wav")});
+    ASSERT_EQ(host().addSound(path("project/Audio/\xC3\xBC.wav"), {8.5, 1.0, 0.25, 1}), "");
+    ASSERT_EQ(host().saveProject(""), "");
+    EXPECT_EQ(renumbered(contentOf(path("project/project.tesxproject"))),
+              "<?xml version=\"1.0\" encoding=\"utf-8\"?>\r\n"
+              "<TesxProject>\r\n"
+              "   <rootObjects>\r\n"
+              "      <root name=\"project\" ID=\"1\"/>\r\n"
+              "   </rootObjects>\r\n"
+              "\r\n"
+              "   <obj class=\"HostProject\" ID=\"1\">\r\n"
+              "      <int name=\"version\" value=\"2\"/>\r\n"
+              "      <float name=\"cycleLeft\" value=\"0\"/>\r\n"
+              "      <float name=\"cycleRight\" value=\"0\"/>\r\n"
+              "      <list name=\"pool\" type=\"obj\">\r\n"
+              "         <obj class=\"HostClip\" ID=\"2\">\r\n"
+              "            <string name=\"path\" value=\"Audio/\xC3\xBC.wav\" wide=\"true\"/>\r\n"
+              "         </obj>\r\n"
+              "      </list>\r\n"
+              "      <list name=\"tracks\" type=\"obj\">\r\n"
+              "         <obj class=\"HostTrack\" ID=\"3\">\r\n"
+              "            <string name=\"name\" value=\"Track 1\"/>\r\n"
+              "            <list name=\"events\" type=\"obj\">\r\n"
+              "               <obj class=\"HostEvent\" ID=\"4\">\r\n"
+              "                  <string name=\"name\" value=\"\xC3\xBC.wav\" wide=\"true\"/>\r\n"
+              "                  <float name=\"start\" value=\"0\"/>\r\n"
+              "                  <float name=\"length\" value=\"4\"/>\r\n"
+              "                  <float name=\"offset\" value=\"0\"/>\r\n"
+              "                  <int name=\"restrictions\" value=\"0\"/>\r\n"
+              "                  <obj name=\"clip\" ID=\"2\"/>\r\n"
+              "               </obj>\r\n"
+              "               <obj class=\"HostEvent\" ID=\"5\">\r\n"
+              "                  <string name=\"name\" value=\"\xC3\xBC.wav\" wide=\"true\"/>\r\n"
+              "                  <float name=\"start\" value=\"8.5\"/>\r\n"
+              "                  <float name=\"length\" value=\"0.25\"/>\r\n"
+              "                  <float name=\"offset\" value=\"1\"/>\r\n"
+              "                  <int name=\"restrictions\" value=\"0\"/>\r\n"
+              "                  <obj name=\"clip\" ID=\"2\"/>\r\n"
+              "               </obj>\r\n"
+              "            </list>\r\n"
+              "         </obj>\r\n"
+              "      </list>\r\n"
+              "   </obj>\r\n"
+              "\r\n"
+              "</TesxProject>\r\n");
+    const auto reopened = makeApplication();
+    ASSERT_EQ(reopened->openProject(path("project/project.tesxproject")), "");
+    EXPECT_EQ(reopened->project()->eventByNumber(1)->part(), reopened->project()->eventByNumber(2)->part());
+}
+
+TEST_F(ProjectFileTest, ATextThatNoDocumentCanHoldIsToldBeforeAnythingIsWritten) {
+    makeProject({makeSound("a.wav", 1000)});
+    const std::string file = path("project/p.tesxproject");
+    ASSERT_EQ(host().saveProject(file), "");
+    const std::string old = contentOf(file);
+    host().project()->addTrack(std::string(2040, '<'));
+    const Complaint complaint = host().saveProject(file);
+    EXPECT_NE(complaint.find("too long"), std::string::npos) << complaint;
+    EXPECT_EQ(contentOf(file), old);
 }
 
 TEST_F(ProjectFileTest, UnsavedChangesAreNotThrownAwayForAnotherProject) {
