@@ -12,6 +12,7 @@ struct PersistenceHooks {
     // The text for a key in the user's language.
     FString (*translate)(const FStringRef& key) = nullptr;
     // A question to the user and the texts of its two buttons, all in the user's language. True for the first button.
+    // An empty second text leaves nothing to choose: a notice, whose answer nobody looks at.
     bool (*ask)(const FStringRef& question, const FStringRef& yes, const FStringRef& no) = nullptr;
     void (*report)(std::int32_t code, const FStringRef& text) = nullptr;
 };
