@@ -1,6 +1,9 @@
 #include "appservices/defaults/StorableText.h"
 
+#include "persistence/xml/XmlEntities.h"
+
 #include <cstdint>
+#include <string>
 
 namespace tessera {
 
@@ -12,33 +15,32 @@ constexpr std::int32_t kLongestName = 47;
 constexpr std::int32_t kLongestValue = 2047;
 constexpr std::int32_t kLongestAttribute = 2048;
 
-// "&Atilde;"; no byte is written longer.
-constexpr std::int32_t kLongestByte = 8;
-
-std::int32_t escapedSize(char32_t c) {
-    switch (c) {
-    case U'"':
-        return 6;
-    case U'&':
-        return 5;
-    case U'<':
-    case U'>':
-        return 4;
-    default:
-        return 1;
-    }
-}
+// No byte of an 8-bit text is written longer than as "&", the name of an entity and ";".
+constexpr std::int32_t kLongestByte = sizeof(FXmlEntity::name) + 1;
 
 // A pair of surrogates counts with its first half, 4 bytes in all.
 std::int32_t writtenSize(char16_t unit) {
-    if (unit < 0x80) {
-        return escapedSize(unit);
+    switch (unit) {
+    case u'"':
+        return 6;
+    case u'&':
+        return 5;
+    case u'<':
+    case u'>':
+        return 4;
+    default:
+        return unit < 0x80 ? 1 : unit < 0x800 ? 2 : (unit & 0xfc00) == 0xdc00 ? 1 : 3;
     }
-    return unit < 0x800 ? 2 : (unit & 0xfc00) == 0xdc00 ? 1 : 3;
 }
 
+// 8-bit text is written with more names than 16-bit text.
 std::int32_t writtenSize(char c) {
-    return static_cast<unsigned char>(c) < 0x80 ? escapedSize(static_cast<unsigned char>(c)) : kLongestByte;
+    const auto byte = static_cast<std::uint8_t>(c);
+    if (const char* name = writableXmlEntity(byte)) {
+        return static_cast<std::int32_t>(std::char_traits<char>::length(name)) + 2;
+    }
+    // As a number: "&#xff;".
+    return byte < 0x80 ? 1 : 6;
 }
 
 template <class View>

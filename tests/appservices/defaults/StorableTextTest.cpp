@@ -1,5 +1,9 @@
 #include "appservices/defaults/StorableText.h"
 
+#include "appservices/defaults/FDefaults.h"
+#include "persistence/objects/FObjectDocument.h"
+#include "persistence/streams/FMemoryStream.h"
+
 #include <gtest/gtest.h>
 
 #include <string>
@@ -42,6 +46,11 @@ TEST(StorableText, CountsWhatIsWrittenForASign) {
     EXPECT_TRUE(isStorable(std::u16string(409, u'&')));
     EXPECT_FALSE(isStorable(std::u16string(410, u'&')));
     EXPECT_FALSE(isStorable(std::string(512, '<')));
+    EXPECT_TRUE(isStorable(std::u16string(2047, u'$'))) << "only 8-bit text has a name for it";
+    EXPECT_TRUE(isStorable(std::string(255, '$')));
+    EXPECT_FALSE(isStorable(std::string(256, '$')));
+    EXPECT_FALSE(isStorable(std::string(512, '\n'))) << "each is &nl;";
+    EXPECT_FALSE(isStorable(std::string(342, '\xff'))) << "and each of these &yuml; or a number";
     EXPECT_TRUE(isStorable(std::string(2047, '\''))) << "this one stands for itself";
     std::u16string pairs;
     for (int i = 0; i < 511; ++i) {
@@ -60,8 +69,59 @@ TEST(StorableKey, MustFitTheNameOfAnAttribute) {
     EXPECT_TRUE(isStorableKey(std::u16string(47, u'x').c_str()));
     EXPECT_FALSE(isStorableKey(std::u16string(48, u'x').c_str()));
     EXPECT_FALSE(isStorableKey("\"\"\"\"\"\"\"\""));
-    EXPECT_TRUE(isStorableKey(u"ää"));
-    EXPECT_FALSE(isStorableKey(u"äää")) << "each is two bytes, and each byte may take a name such as &Atilde;";
+    EXPECT_TRUE(isStorableKey(u"äää"));
+    EXPECT_FALSE(isStorableKey(u"ääää")) << "each is two bytes, and each byte becomes a name or a number";
+}
+
+// The longest text and key of one character that may be set come back out of a document.
+FString repeated(int c, std::int32_t count, bool wide) {
+    return wide ? FString(std::u16string(static_cast<std::size_t>(count), static_cast<char16_t>(c)).c_str())
+                : FString(std::string(static_cast<std::size_t>(count), static_cast<char>(c)).c_str());
+}
+
+template <class Accept>
+std::int32_t longest(std::int32_t limit, Accept accept) {
+    while (limit > 0 && !accept(limit)) {
+        --limit;
+    }
+    return limit;
+}
+
+void expectToComeBack(int c, bool wide) {
+    FDefaults group("group");
+    const std::int32_t length =
+        longest(2048, [&](std::int32_t count) { return group.setString("text", repeated(c, count, wide)); });
+    const std::int32_t keyLength =
+        longest(60, [&](std::int32_t count) { return group.setInt(repeated(c, count, wide), 1); });
+    EXPECT_TRUE(group.setString("body", repeated(c, 2049, wide)));
+    EXPECT_GE(length, 226);
+    EXPECT_GE(keyLength, 2);
+    FMemoryStream stream;
+    ASSERT_TRUE(FObjectDocument::saveObject(stream, "Defaults", group));
+    stream.rewind();
+    FDefaults restored;
+    ASSERT_TRUE(FObjectDocument::loadObject(stream, "Defaults", restored)) << wide;
+    FString text;
+    EXPECT_TRUE(restored.getString("text", text));
+    EXPECT_TRUE(text == repeated(c, length, wide)) << wide;
+    EXPECT_TRUE(restored.getString("body", text));
+    EXPECT_TRUE(text == repeated(c, 2049, wide)) << wide;
+    EXPECT_TRUE(restored.has(repeated(c, keyLength, wide))) << wide;
+}
+
+TEST(LongestText, OfEachCharacterComesBack) {
+    for (int c = 1; c < 0x80; ++c) {
+        SCOPED_TRACE(c);
+        expectToComeBack(c, false);
+        expectToComeBack(c, true);
+    }
+}
+
+TEST(LongestText, OfOtherScriptsComesBack) {
+    for (const int c : {0x80, 0xe4, 0xff, 0x100, 0x7ff, 0x800, 0x6f22, 0xfffd}) {
+        SCOPED_TRACE(c);
+        expectToComeBack(c, true);
+    }
 }
 
 } // namespace
