@@ -13,6 +13,9 @@ namespace tessera {
 
 namespace {
 
+// What a single odd tag has left over is given back.
+constexpr std::int32_t kMostFreeAttributes = 256;
+
 bool isWhiteSpace(char byte) {
     return byte == ' ' || byte == '\t' || byte == '\n' || byte == '\r';
 }
@@ -124,6 +127,9 @@ void FXmlParser::recycle(FXmlAttributeList& attributes) {
     attributes.dropShared();
     // In front, so that the next tag finds the names of this one where it looks for its own.
     freeAttributes_.prepend(attributes);
+    while (freeAttributes_.getCount() > kMostFreeAttributes) {
+        freeAttributes_.takeFirst();
+    }
 }
 
 } // namespace tessera

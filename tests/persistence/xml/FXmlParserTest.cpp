@@ -182,6 +182,16 @@ TEST(FXmlParser, AttributesAreRecycledUnlessTheReaderKeepsThem) {
     EXPECT_EQ(parser.later[1], parser.later[0]);
 }
 
+TEST(FXmlParser, ATagMayHaveAnyNumberOfAttributes) {
+    std::string text = "<a";
+    std::string expected = "<a";
+    for (int i = 0; i < 20000; ++i) {
+        text += " x=\"" + std::to_string(i) + "\"";
+        expected += " x=" + std::to_string(i);
+    }
+    EXPECT_EQ(eventsOf(text + "/><b x=\"1\"/>"), expected + "/><b x=1/>");
+}
+
 // Text.
 
 TEST(FXmlParser, ALessThanBeforeABlankIsDataAndBeforeALetterEndsTheText) {
