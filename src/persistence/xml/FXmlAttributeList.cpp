@@ -7,7 +7,7 @@ namespace tessera {
 
 const FXmlAttribute* FXmlAttributeList::find(std::string_view name) const {
     for (const FXmlAttribute& attribute : *this) {
-        if (!attribute.getName().isWide() && attribute.getName().view8() == name) {
+        if (attribute.nameView() == name) {
             return &attribute;
         }
     }

@@ -121,6 +121,7 @@ private:
     void skipCdata();
     void skipDoctype();
     FXmlToken readAttributes(FXmlAttributeList& attributes);
+    bool takePlainAttribute(FXmlAttributeList& attributes);
     bool parseAttribute(FXmlAttributeList& attributes);
     FRefPtr<FXmlAttribute> newAttribute();
     void recycle(FXmlAttributeList& attributes);

@@ -5,6 +5,7 @@
 #include "persistence/streams/FStream.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <string>
 #include <utility>
@@ -18,6 +19,23 @@ constexpr std::int32_t kMostFreeAttributes = 256;
 
 bool isWhiteSpace(char byte) {
     return byte == ' ' || byte == '\t' || byte == '\n' || byte == '\r';
+}
+
+bool isLetterOrDigit(char byte) {
+    return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') || (byte >= '0' && byte <= '9');
+}
+
+// The quotes among them: of the two kinds, either may be the one that ends the value.
+constexpr std::array<bool, 256> kNoPlainValue = [] {
+    std::array<bool, 256> bytes{};
+    for (const char byte : {'"', '\'', '&', '\\', '\n', '\r'}) {
+        bytes[static_cast<std::uint8_t>(byte)] = true;
+    }
+    return bytes;
+}();
+
+bool isNoPlainValue(char byte) {
+    return kNoPlainValue[static_cast<std::uint8_t>(byte)];
 }
 
 bool isNameEnd(char byte) {
@@ -77,6 +95,9 @@ void FXmlParser::readDeclaration() {
 // Gives the token that ended them.
 FXmlToken FXmlParser::readAttributes(FXmlAttributeList& attributes) {
     for (;;) {
+        if (takePlainAttribute(attributes)) {
+            continue;
+        }
         const FXmlToken token = readTagToken();
         if (token == FXmlToken::attribute) {
             if (!parseAttribute(attributes)) {
@@ -86,6 +107,31 @@ FXmlToken FXmlParser::readAttributes(FXmlAttributeList& attributes) {
             return token;
         }
     }
+}
+
+// An attribute as nearly all of them are, out of the block that lies ready: one blank, the name, "=" and the value,
+// with no entity, backslash or line end in it. False, and nothing taken, for any other, which the tokens then tell.
+bool FXmlParser::takePlainAttribute(FXmlAttributeList& attributes) {
+    const std::string_view bytes = bytesAhead();
+    const char* const begin = bytes.data() + (bytes.starts_with(' ') ? 1 : 0);
+    const char* const end = bytes.data() + bytes.size();
+    const char* at = std::find_if_not(begin, end, isLetterOrDigit);
+    const auto nameLength = at - begin;
+    if (nameLength == 0 || nameLength > kMaximumAttributeName || end - at < 2 || *at != '=') {
+        return false;
+    }
+    const char quote = at[1];
+    const char* const value = at + 2;
+    at = quote == '"' || quote == '\'' ? std::find_if(value, end, isNoPlainValue) : end;
+    if (at == end || *at != quote || at - value > kMaximumAttributeValue) {
+        return false;
+    }
+    FRefPtr<FXmlAttribute> attribute = newAttribute();
+    attribute->setName({begin, static_cast<std::size_t>(nameLength)});
+    attribute->setValue({value, static_cast<std::size_t>(at - value)});
+    attributes.add(std::move(attribute));
+    take(static_cast<std::size_t>(at + 1 - bytes.data()));
+    return true;
 }
 
 // Splits the token, which ends with the quote that closes the value.
