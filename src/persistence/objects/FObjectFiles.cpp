@@ -8,6 +8,10 @@
 #include "persistence/streams/FileOpenMode.h"
 #include "platform/FileEntries.h"
 
+#include <cstring>
+#include <memory>
+#include <utility>
+
 namespace tessera {
 
 namespace {
@@ -59,6 +63,44 @@ bool moveFile(FFileSystem& files, const FNPath& from, const FNPath& to) {
     return files.move(moved, to);
 }
 
+// Collects what is written in small pieces, as lines are: each piece would be a call of the system.
+class Collector final : public FStream {
+public:
+    explicit Collector(FStream& target) : target_(target) {}
+
+    using FStream::read;
+    using FStream::write;
+    std::int32_t read(void* buffer, std::int32_t size) override { return sendAll() ? target_.read(buffer, size) : 0; }
+    std::int32_t write(const void* buffer, std::int32_t size) override {
+        if (size > kRoom - filled_ && !sendAll()) {
+            return 0;
+        }
+        if (size > kRoom) {
+            return target_.write(buffer, size);
+        }
+        std::memcpy(bytes_.get() + filled_, buffer, static_cast<std::size_t>(size));
+        filled_ += size;
+        return size;
+    }
+    std::int64_t seek(std::int64_t offset, SeekMode mode) override {
+        return sendAll() ? target_.seek(offset, mode) : -1;
+    }
+    std::int64_t tell() override { return target_.tell() + filled_; }
+    bool flush() override { return sendAll() && target_.flush(); }
+
+private:
+    static constexpr std::int32_t kRoom = 16 * 1024;
+
+    bool sendAll() {
+        const std::int32_t size = std::exchange(filled_, 0);
+        return size == 0 || target_.write(bytes_.get(), size) == size;
+    }
+
+    FStream& target_;
+    std::unique_ptr<char[]> bytes_{new char[kRoom]};
+    std::int32_t filled_ = 0;
+};
+
 // The file's content and the folder's entries are on the storage when this is true.
 bool writeNewFile(FFileSystem& files, FNPath& path, const FObjectFiles::Content& content) {
     std::int32_t error = 0;
@@ -66,7 +108,8 @@ bool writeNewFile(FFileSystem& files, FNPath& path, const FObjectFiles::Content&
     if (stream == nullptr) {
         return false;
     }
-    const bool written = content(*stream) && stream->flush();
+    Collector collector(*stream);
+    const bool written = content(collector) && collector.flush();
     files.closeStream(stream);
     return written && platform::flushFolder(PathParts(path).folder(), error);
 }

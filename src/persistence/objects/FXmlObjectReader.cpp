@@ -6,10 +6,11 @@
 #include "persistence/attributes/FFloatList.h"
 #include "persistence/attributes/FIntList.h"
 #include "persistence/attributes/FSubList.h"
+#include "persistence/objects/FKeptNames.h"
 #include "persistence/streams/FMemoryStream.h"
 
 #include <algorithm>
-#include <cstring>
+#include <optional>
 #include <string_view>
 
 namespace tessera {
@@ -59,29 +60,41 @@ int digitOf(char c) {
     return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
 }
 
-// A missing text is 0, and so is one without a number.
-std::int64_t integerOf(const FString* text) {
-    std::int64_t value = 0;
-    return text != nullptr && text->getInt64(value) ? value : 0;
+// The bytes of an attribute; nothing where there is none of that name.
+using Value = std::optional<std::string_view>;
+
+FStringRef refOf(std::string_view text) {
+    return {text.data(), static_cast<std::int32_t>(text.size())};
 }
 
-std::uint64_t unsignedOf(const FString* text) {
-    std::uint64_t value = 0;
-    return text != nullptr && text->getUInt64(value) ? value : 0;
+// A missing value is 0, and so is one without a number.
+std::int64_t integerOf(Value value) {
+    std::int64_t number = 0;
+    if (value) {
+        FNumberScan::signedDecimal(value->data(), value->data() + value->size(), number);
+    }
+    return number;
 }
 
-double floatOf(const FString* text) {
-    double value = 0;
-    return text != nullptr && text->getFloat(value) ? value : 0;
+std::uint64_t unsignedOf(Value value) {
+    std::uint64_t number = 0;
+    if (value) {
+        FNumberScan::unsignedDecimal(value->data(), value->data() + value->size(), number);
+    }
+    return number;
+}
+
+double floatOf(Value value) {
+    double number = 0;
+    if (value) {
+        FNumberScan::anyFloat(value->data(), value->data() + value->size(), number);
+    }
+    return number;
 }
 
 // A named root's ID that begins with "-" comes from a program whose IDs were signed, 32 bits wide.
-std::uint64_t rootIdOf(const FString* text) {
-    std::int32_t value = 0;
-    if (text == nullptr || !text->equalsCharAt(0, '-')) {
-        return unsignedOf(text);
-    }
-    return text->getInt32(value) ? static_cast<std::uint32_t>(value) : 0;
+std::uint64_t rootIdOf(Value value) {
+    return value && value->starts_with('-') ? static_cast<std::uint32_t>(integerOf(value)) : unsignedOf(value);
 }
 
 std::string_view asView(const FByteBuffer& buffer) {
@@ -107,27 +120,30 @@ std::string_view withoutFrame(std::string_view text) {
 
 // The text as it is kept: 16 bits, or 8 bits where all of it is ASCII. What means nothing in its code page stays as the
 // bytes that it is.
-void assignText(FString& target, std::string_view bytes, bool isWide) {
-    const auto length = static_cast<std::int32_t>(bytes.size());
+void setText(FStringIDAttribute& record, std::string_view bytes, bool isWide) {
     const bool isAscii = std::all_of(bytes.begin(), bytes.end(), [](char c) { return FStringRef::isAsciiChar(c); });
     if (bytes.empty()) {
-        target = u"";
+        record.setText(FStringRef(u"", 0));
     } else if (isWide) {
-        target.assignUtf8(bytes.data(), length);
+        FString text;
+        text.assignUtf8(bytes.data(), static_cast<std::int32_t>(bytes.size()));
+        record.setText(text);
     } else if (isAscii) {
-        target.assign8(bytes.data(), length);
+        record.setText(refOf(bytes));
     } else {
-        target = FString(bytes.data(), CodePage::system, length);
+        record.setText(FString(bytes.data(), CodePage::system, static_cast<std::int32_t>(bytes.size())));
     }
 }
 
 // Where nothing can be stored, for want of a name or of a tree, that is no failure.
 template <class SetValue>
-bool storeValue(FAttributes* tree, const FString* name, SetValue setValue) {
-    if (tree == nullptr || name == nullptr) {
+bool storeValue(FAttributes* tree, Value name, SetValue setValue) {
+    if (tree == nullptr || !name) {
         return true;
     }
-    auto record = FRefPtr<FStringIDAttribute>::adopt(new FStringIDAttribute(*name));
+    const FStringRef kept = FKeptNames::find(*name);
+    auto record = FRefPtr<FStringIDAttribute>::adopt(
+        kept.isNull() ? new FStringIDAttribute(refOf(*name)) : new FStringIDAttribute(kept, KeyHolding::constant));
     setValue(*record);
     return tree->append(record.detach());
 }
@@ -147,12 +163,15 @@ struct FXmlObjectReader::Context {
 
 struct FXmlObjectReader::Element {
     const FXmlAttributeList& attributes;
-    // Null when there is none.
-    const FString* name;
+    Value name;
     bool isEmpty;
     Context& within;
 
-    const FString* valueOf(std::string_view key) const { return attributes.valueOf(key); }
+    Value valueOf(std::string_view key) const { return valueIn(attributes, key); }
+    static Value valueIn(const FXmlAttributeList& attributes, std::string_view key) {
+        const FXmlAttribute* found = attributes.find(key);
+        return found != nullptr ? Value(found->valueView()) : Value();
+    }
 };
 
 struct FXmlObjectReader::Tag {
@@ -216,9 +235,9 @@ bool FXmlObjectReader::startElement(const char* name, const FXmlAttributeList& a
         rootSeen_ = true;
         return true;
     }
-    const FString* valueName = attributes.valueOf("name");
+    const Value valueName = Element::valueIn(attributes, "name");
     // Programs in the field hold the name of a value to the limit that the parser has for the name of an attribute.
-    if (valueName != nullptr && valueName->length() > kMaximumAttributeName) {
+    if (valueName && valueName->size() > static_cast<std::size_t>(kMaximumAttributeName)) {
         setErrorState(FXmlError::malformed);
         return false;
     }
@@ -262,7 +281,7 @@ bool FXmlObjectReader::readRootObjects(const Element&) {
 }
 
 bool FXmlObjectReader::readRoot(const Element& element) {
-    if (element.name == nullptr) {
+    if (!element.name) {
         return false;
     }
     if (element.isEmpty) {
@@ -274,7 +293,7 @@ bool FXmlObjectReader::readRoot(const Element& element) {
         return false;
     }
     return trees_ == nullptr ||
-           trees_->setObject(*element.name, tree.get(), AttributeHolding::shared, AttributeFlags::kAppend);
+           trees_->setObject(refOf(*element.name), tree.get(), AttributeHolding::shared, AttributeFlags::kAppend);
 }
 
 bool FXmlObjectReader::readObjectRoot(const Element& element) {
@@ -283,14 +302,14 @@ bool FXmlObjectReader::readObjectRoot(const Element& element) {
         return false;
     }
     if (!onlyRoot_.isEmpty()) {
-        if (!(onlyRoot_ == *element.name)) {
+        if (!(onlyRoot_ == refOf(*element.name))) {
             return true;
         }
         wantedId_ = id;
     }
     const FRefPtr<FXmlReference> reference = newReference(id);
-    return objects_ == nullptr ||
-           objects_->setObject(*element.name, reference.get(), AttributeHolding::shared, AttributeFlags::kAppend);
+    return objects_ == nullptr || objects_->setObject(refOf(*element.name), reference.get(), AttributeHolding::shared,
+                                                      AttributeFlags::kAppend);
 }
 
 FRefPtr<FXmlReference> FXmlObjectReader::newReference(std::uint64_t id) {
@@ -315,22 +334,19 @@ bool FXmlObjectReader::readFloat(const Element& element) {
 }
 
 bool FXmlObjectReader::readString(const Element& element) {
-    const FString* wide = element.valueOf("wide");
-    const bool isWide = wide != nullptr && (wide->view8() == "true" || wide->view8() == "1");
-    const FString* value = element.valueOf("value");
-    FString text;
-    if (value == nullptr && !element.isEmpty) {
-        if (!readBody(text, isWide)) {
-            return false;
-        }
-    } else {
-        assignText(text, value != nullptr ? value->view8() : std::string_view(), isWide);
+    const Value wide = element.valueOf("wide");
+    const bool isWide = wide && (*wide == "true" || *wide == "1");
+    const Value value = element.valueOf("value");
+    FByteBuffer body;
+    std::string_view text = value.value_or(std::string_view());
+    if (!value && !element.isEmpty && !readBody(body, text)) {
+        return false;
     }
-    return storeValue(element.within.tree, element.name, [&](FStringIDAttribute& record) { record.setText(text); });
+    return storeValue(element.within.tree, element.name,
+                      [&](FStringIDAttribute& record) { setText(record, text, isWide); });
 }
 
-bool FXmlObjectReader::readBody(FString& text, bool isWide) {
-    FByteBuffer bytes;
+bool FXmlObjectReader::readBody(FByteBuffer& bytes, std::string_view& text) {
     Context inner{Place::body};
     inner.text = &bytes;
     if (!parseRawText(&inner)) {
@@ -339,12 +355,12 @@ bool FXmlObjectReader::readBody(FString& text, bool isWide) {
     // Only now: an entity may have been cut between two pieces.
     const std::string_view raw = withoutFrame(asView(bytes));
     char* start = reinterpret_cast<char*>(bytes.getData()) + (raw.data() - asView(bytes).data());
-    assignText(text, {start, resolveXmlEntities(start, raw.size(), entityColumn())}, isWide);
+    text = {start, resolveXmlEntities(start, raw.size(), entityColumn())};
     return true;
 }
 
 bool FXmlObjectReader::readBinary(const Element& element) {
-    if (element.name == nullptr) {
+    if (!element.name) {
         return false;
     }
     auto stream = FRefPtr<FMemoryStream>::adopt(new FMemoryStream);
@@ -362,7 +378,7 @@ bool FXmlObjectReader::readBinary(const Element& element) {
 
 bool FXmlObjectReader::readMember(const Element& element) {
     // Without a name the element is as good as absent: its values go where it stands.
-    if (element.name == nullptr) {
+    if (!element.name) {
         return true;
     }
     auto tree = FRefPtr<FAttributes>::adopt(new FAttributes);
@@ -376,11 +392,11 @@ bool FXmlObjectReader::readMember(const Element& element) {
 }
 
 bool FXmlObjectReader::readList(const Element& element) {
-    const FString* type = element.valueOf("type");
-    if (element.name == nullptr || type == nullptr) {
+    const Value type = element.valueOf("type");
+    if (!element.name || !type) {
         return false;
     }
-    const ListType* known = listType(type->view8());
+    const ListType* known = listType(*type);
     if (known == nullptr) {
         return true;
     }
@@ -397,7 +413,7 @@ bool FXmlObjectReader::readList(const Element& element) {
 
 bool FXmlObjectReader::readItem(const Element& element) {
     const Context& within = element.within;
-    const FString* value = element.valueOf("value");
+    const Value value = element.valueOf("value");
     switch (within.place) {
     case Place::ints:
         if (element.isEmpty) {
@@ -410,7 +426,7 @@ bool FXmlObjectReader::readItem(const Element& element) {
         }
         return element.isEmpty;
     case Place::strings: {
-        const std::string_view bytes = value != nullptr ? value->view8() : std::string_view();
+        const std::string_view bytes = value.value_or(std::string_view());
         const FString text(bytes.data(), getCodePage(), static_cast<std::int32_t>(bytes.size()));
         return element.isEmpty && static_cast<FStringList*>(within.list)->append(text);
     }
@@ -437,8 +453,8 @@ bool FXmlObjectReader::readTreeItem(const Element& element) {
 
 bool FXmlObjectReader::readObjectTag(const Element& element) {
     const std::uint64_t id = unsignedOf(element.valueOf("ID"));
-    const FString* className = element.valueOf("class");
-    if (className == nullptr) {
+    const Value className = element.valueOf("class");
+    if (!className) {
         return id == 0 || storeStandIn(element, newReference(id).detach());
     }
     // With one root wanted, all other objects are passed over, also those that stand in it.
@@ -448,7 +464,7 @@ bool FXmlObjectReader::readObjectTag(const Element& element) {
     return readInstance(element, id, *className);
 }
 
-bool FXmlObjectReader::readInstance(const Element& element, std::uint64_t id, const FString& className) {
+bool FXmlObjectReader::readInstance(const Element& element, std::uint64_t id, std::string_view className) {
     auto tree = FRefPtr<FAttributes>::adopt(new FAttributes);
     if (!element.isEmpty) {
         Context inner{Place::tree, tree.get()};
@@ -456,7 +472,7 @@ bool FXmlObjectReader::readInstance(const Element& element, std::uint64_t id, co
             return false;
         }
     }
-    const auto instance = FRefPtr<FXmlInstance>::adopt(new FXmlInstance(id, className, tree.detach()));
+    const auto instance = FRefPtr<FXmlInstance>::adopt(new FXmlInstance(id, refOf(className), tree.detach()));
     instances_.push_back({id, instance});
     if (id == wantedId_ && references_.size() == 1) {
         stop(false);

@@ -21,11 +21,13 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace tessera {
 
 class FAttributes;
+class FByteBuffer;
 class FStringIDAttribute;
 
 class FXmlObjectReader : public FXmlParser {
@@ -68,11 +70,11 @@ private:
     bool readObjectTag(const Element& element);
 
     bool readObjectRoot(const Element& element);
-    bool readInstance(const Element& element, std::uint64_t id, const FString& className);
+    bool readInstance(const Element& element, std::uint64_t id, std::string_view className);
     bool readTreeInto(const Element& element, FAttributes& tree);
     bool readTreeItem(const Element& element);
     bool readReferenceItem(const Element& element);
-    bool readBody(FString& text, bool isWide);
+    bool readBody(FByteBuffer& bytes, std::string_view& text);
     FRefPtr<FXmlReference> newReference(std::uint64_t id);
     // Takes the caller's reference over.
     static bool storeObject(const Element& element, CmObject* object);

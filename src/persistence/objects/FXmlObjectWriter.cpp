@@ -42,17 +42,18 @@ const char* storedClassName(const CmObject& object) {
 struct Definition {
     std::uint64_t id = 0;
     const char* className = nullptr;
-    // One of the two.
-    const FAttributes* tree = nullptr;
+    // One of the two. The tree is held: its instance lets go of it when somebody has the object built meanwhile.
+    FRefPtr<FAttributes> tree;
     const CmObject* object = nullptr;
 
-    bool isThere() const { return tree != nullptr || object != nullptr; }
+    bool isThere() const { return tree || object != nullptr; }
 };
 
 Definition definitionOf(CmObject& object) {
     FXmlInstance* instance = cmCast<FXmlInstance>(&object);
     if (instance != nullptr && instance->getAttributes() != nullptr) {
-        return {instance->getID(), instance->getStoredClassName().text8(), instance->getAttributes(), nullptr};
+        return {instance->getID(), instance->getStoredClassName().text8(),
+                FRefPtr<FAttributes>(instance->getAttributes()), nullptr};
     }
     const CmObject* live = instance != nullptr ? instance->getObject() : &object;
     if (live == nullptr) {
@@ -337,8 +338,8 @@ bool FXmlObjectWriter::writeInline(const FStringRef* name, CmObject* object, int
     if (!line_.end()) {
         return false;
     }
-    const bool written = definition.tree != nullptr ? writeMembers(*definition.tree, level + 1)
-                                                    : writeMembersOf(*definition.object, level + 1);
+    const bool written =
+        definition.tree ? writeMembers(*definition.tree, level + 1) : writeMembersOf(*definition.object, level + 1);
     return written && endTag("obj", level);
 }
 

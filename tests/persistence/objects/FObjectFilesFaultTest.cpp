@@ -11,6 +11,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cerrno>
 
 namespace tessera {
@@ -34,12 +35,10 @@ std::string kindOf(const ScratchFolder& folder, const std::string& name, const s
     if (text == fresh) {
         return "new";
     }
-    // Cut anywhere, a number as well.
-    const std::string bytes = folder.read(name);
-    return bytes.size() < fresh.size() * 2 &&
-                   kDeclarationLine.substr(0, bytes.size()) == bytes.substr(0, kDeclarationLine.size())
-               ? "a part of the new"
-               : "something else";
+    // Cut anywhere: all whole lines are those of the new document.
+    const std::size_t lastLine = text.rfind("\r\n");
+    return fresh.starts_with(text.substr(0, lastLine == text.npos ? 0 : lastLine)) ? "a part of the new"
+                                                                                   : "something else";
 }
 
 std::string textOf(int number) {

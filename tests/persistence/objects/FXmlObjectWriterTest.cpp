@@ -192,7 +192,7 @@ TEST(FXmlObjectWriter, AnObjectThatRefusesFailsTheWholeDocument) {
 }
 
 TEST(FXmlObjectWriter, AStreamThatTakesNoMoreFailsAtEveryLine) {
-    const auto node = newFamily(1);
+    const auto node = newFamily(1, 4);
     FAttributes values;
     values.setString("body", std::string(3000, 'x').c_str());
     values.setBinary("bytes", "0123456789", 10, BinaryHolding::copied);

@@ -57,10 +57,10 @@ inline FRefPtr<TestNode> newNode(const char* title, std::int64_t number = 0) {
     return FRefPtr<TestNode>::adopt(new TestNode(title, number));
 }
 
-// A node with a few children.
-inline FRefPtr<TestNode> newFamily(int number) {
+// A node with children; by default so many that its document takes several writes to a file.
+inline FRefPtr<TestNode> newFamily(int number, int children = 200) {
     const auto node = newNode("parent", number);
-    for (int i = 0; i < 4; ++i) {
+    for (int i = 0; i < children; ++i) {
         node->children.emplace_back(newNode("child", i).get());
     }
     return node;
