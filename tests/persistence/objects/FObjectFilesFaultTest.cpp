@@ -76,7 +76,7 @@ TEST_F(FObjectFilesFaults, WhateverStepFailsTheOldDocumentOrTheNewOneIsThere) {
                              FailingCalls::failed() == "stat")
             << state;
     }
-    EXPECT_GT(calls, 20);
+    EXPECT_GE(calls, 10) << "that there are several writes among them";
 }
 
 TEST_F(FObjectFilesFaults, KilledAtAnyStepItLeavesTheOldDocumentOrTheNewOne) {

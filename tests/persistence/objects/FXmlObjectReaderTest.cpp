@@ -68,7 +68,7 @@ TEST(FXmlObjectReader, SkippedElementsMayStandInEachOther) {
                     .succeeded);
 }
 
-TEST(FXmlObjectReader, AThousandLevelsFitIntoASmallStack) {
+TEST(FXmlObjectReader, AThousandLevelsAreReadAndNoMore) {
     // The document is the first of them.
     const std::string text = "<R>" + repeated("<member name=\"m\">", 999) + repeated("</member>", 999) + "</R>";
     EXPECT_TRUE(read(text).succeeded);
