@@ -2,6 +2,7 @@
 // document: an object that was written before is named by its ID from then on.
 #pragma once
 
+#include "foundation/object/CmObject.h"
 #include "foundation/object/FRefPtr.h"
 
 #include <cstdint>
@@ -10,7 +11,6 @@
 
 namespace tessera {
 
-class CmObject;
 class FAttributes;
 class FAttrList;
 class FObjectList;
