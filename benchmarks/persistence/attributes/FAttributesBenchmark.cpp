@@ -1,4 +1,4 @@
-// Named values entered, replaced and found, beside a plain list of names and variants; and the binary form of a
+// Named values set and found, beside a plain list of names and variants; and the binary form of a
 // document beside its XML form.
 #include "persistence/attributes/FAttributes.h"
 
@@ -52,28 +52,6 @@ private:
 
     Values values_;
 };
-
-void appendOurs(benchmark::State& state) {
-    const auto names = namesFor(state.range(0));
-    for (auto _ : state) {
-        FAttributes attributes;
-        for (const std::string& name : names) {
-            attributes.setInt(name.c_str(), 1, AttributeFlags::kAppend);
-        }
-        benchmark::DoNotOptimize(attributes.getCount());
-    }
-}
-
-void appendPlain(benchmark::State& state) {
-    const auto names = namesFor(state.range(0));
-    for (auto _ : state) {
-        PlainList list;
-        for (const std::string& name : names) {
-            list.append(name, 1);
-        }
-        benchmark::DoNotOptimize(&list);
-    }
-}
 
 void setOurs(benchmark::State& state) {
     const auto names = namesFor(state.range(0));
@@ -189,8 +167,6 @@ void listCounts(benchmark::internal::Benchmark* benchmark) {
 }
 
 [[maybe_unused]] const benchmark::internal::Benchmark* const rows[] = {
-    benchmark::RegisterBenchmark("attributes.append/ours", appendOurs)->Apply(valueCounts),
-    benchmark::RegisterBenchmark("attributes.append/std", appendPlain)->Apply(valueCounts),
     benchmark::RegisterBenchmark("attributes.set/ours", setOurs)->Apply(valueCounts),
     benchmark::RegisterBenchmark("attributes.set/std", setPlain)->Apply(valueCounts),
     benchmark::RegisterBenchmark("attributes.get/ours", getOurs)->Apply(valueCounts),

@@ -4,6 +4,8 @@
 #include "persistence/attributes/FAttributes.h"
 #include "persistence/objects/PersistenceHooks.h"
 
+#include <utility>
+
 namespace tessera {
 
 namespace {
@@ -14,8 +16,8 @@ thread_local int buildDepth = 0;
 
 } // namespace
 
-FXmlInstance::FXmlInstance(std::uint64_t id, const FStringRef& className, FAttributes* attributes)
-    : CmClass(id), attributes_(FRefPtr<FAttributes>::adopt(attributes)), className_(className) {}
+FXmlInstance::FXmlInstance(std::uint64_t id, FString className, FAttributes* attributes)
+    : CmClass(id), attributes_(FRefPtr<FAttributes>::adopt(attributes)), className_(std::move(className)) {}
 
 FXmlInstance::~FXmlInstance() = default;
 

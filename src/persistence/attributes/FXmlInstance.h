@@ -20,7 +20,7 @@ public:
     static constexpr int kDeepestBuild = 1000;
 
     // Takes the caller's reference of the tree over.
-    FXmlInstance(std::uint64_t id, const FStringRef& className, FAttributes* attributes);
+    FXmlInstance(std::uint64_t id, FString className, FAttributes* attributes);
     FXmlInstance(const FXmlInstance&) = delete;
     FXmlInstance& operator=(const FXmlInstance&) = delete;
     ~FXmlInstance() override;

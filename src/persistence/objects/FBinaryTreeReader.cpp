@@ -20,8 +20,14 @@ using namespace AttributeBits;
 namespace {
 
 constexpr std::int32_t kUnknownClass = -98;
-// Room that a tree gets ahead of the records that really come.
+// Room that a tree gets ahead of the first records; later it gets as much again as has really come.
 constexpr std::int32_t kTrustedRecords = 32;
+
+// Before the record with this index: room in few steps, so that a long tree isn't moved for every ten records.
+bool makeRoom(FAttributes& tree, std::int32_t index, std::int32_t count) {
+    const bool isStep = index == 0 || (index >= kTrustedRecords && (index & (index - 1)) == 0);
+    return !isStep || tree.reserve(tree.getCount() + std::min(count - index, std::max(index, kTrustedRecords)));
+}
 
 bool isKnownClass(const FString& name) {
     const ClassFactory* registry = ClassFactory::getInstance(false);
@@ -38,11 +44,12 @@ bool loadBinary(FStream& stream, FAttributes& objects, FAttributes& trees) {
 FBinaryTreeReader::~FBinaryTreeReader() = default;
 
 bool FBinaryTreeReader::readDocument(FAttributes& objects, FAttributes& trees) {
-    if (!readElements([&] { return readObjectRoot(objects); }) || !readElements([&] { return readTreeRoot(trees); })) {
-        return false;
+    const bool complete = readRecords(objects, &FBinaryTreeReader::readObjectRoot) &&
+                          readRecords(trees, &FBinaryTreeReader::readTreeRoot);
+    if (complete) {
+        resolve();
     }
-    resolve();
-    return true;
+    return complete;
 }
 
 bool FBinaryTreeReader::readSingleTree(FAttributes& tree) {
@@ -101,25 +108,18 @@ bool FBinaryTreeReader::readTree(FAttributes& tree) {
         return false;
     }
     ++depth_;
-    const bool complete = readRecords(tree);
+    const bool complete = readRecords(tree, &FBinaryTreeReader::readRecord);
     --depth_;
     return complete;
 }
 
-bool FBinaryTreeReader::readRecords(FAttributes& tree) {
+bool FBinaryTreeReader::readRecords(FAttributes& tree, bool (FBinaryTreeReader::*readOne)(FAttributes& tree)) {
     std::int32_t count = 0;
-    if (!readCount(count)) {
-        return false;
+    bool complete = readCount(count);
+    for (std::int32_t i = 0; complete && i < count; ++i) {
+        complete = makeRoom(tree, i, count) && (this->*readOne)(tree);
     }
-    if (count > 0 && !tree.reserve(tree.getCount() + std::min(count, kTrustedRecords))) {
-        return false;
-    }
-    for (; count > 0; --count) {
-        if (!readRecord(tree)) {
-            return false;
-        }
-    }
-    return true;
+    return complete;
 }
 
 bool FBinaryTreeReader::readRecord(FAttributes& tree) {
@@ -273,7 +273,7 @@ bool FBinaryTreeReader::readObjectRecord(Value& value) {
     if (!className.readString(stream_) || !stream_.readUInt64(id) || !readTree(*tree)) {
         return false;
     }
-    value = newInstance(id, className, std::move(tree));
+    value = newInstance(id, std::move(className), std::move(tree));
     // A further record under an ID stands for itself, and references mean the first.
     instances_.emplace(id, FRefPtr<FXmlInstance>(static_cast<FXmlInstance*>(value.get())));
     return true;
@@ -285,17 +285,17 @@ bool FBinaryTreeReader::readPlainObject(Value& value) {
     if (!className.readString(stream_) || !readTree(*tree)) {
         return false;
     }
-    value = newInstance(0, className, std::move(tree));
+    value = newInstance(0, std::move(className), std::move(tree));
     return true;
 }
 
-FBinaryTreeReader::Value FBinaryTreeReader::newInstance(std::uint64_t id, const FString& className,
+FBinaryTreeReader::Value FBinaryTreeReader::newInstance(std::uint64_t id, FString className,
                                                         FRefPtr<FAttributes> tree) {
     if (!isKnownClass(className)) {
         reportError(kUnknownClass, className);
         return {};
     }
-    return Value::adopt(new FXmlInstance(id, className, tree.detach()));
+    return Value::adopt(new FXmlInstance(id, std::move(className), tree.detach()));
 }
 
 bool FBinaryTreeReader::readReference(Value& value) {

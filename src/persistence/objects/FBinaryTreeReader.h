@@ -8,7 +8,7 @@
 #include "persistence/attributes/FXmlReference.h"
 
 #include <cstdint>
-#include <unordered_map>
+#include <map>
 #include <utility>
 #include <vector>
 
@@ -34,7 +34,8 @@ private:
     using Value = FRefPtr<CmObject>;
 
     bool readTree(FAttributes& tree);
-    bool readRecords(FAttributes& tree);
+    // A count, and that many of what readOne reads.
+    bool readRecords(FAttributes& tree, bool (FBinaryTreeReader::*readOne)(FAttributes& tree));
     bool readRecord(FAttributes& tree);
     // A value that is null afterwards is left out of the tree.
     bool readValue(Value& value);
@@ -56,14 +57,15 @@ private:
 
     bool readObjectRoot(FAttributes& objects);
     bool readTreeRoot(FAttributes& trees);
-    Value newInstance(std::uint64_t id, const FString& className, FRefPtr<FAttributes> tree);
+    static Value newInstance(std::uint64_t id, FString className, FRefPtr<FAttributes> tree);
     FRefPtr<FXmlReference> newReference(std::uint64_t id);
     void resolve();
 
     FStream& stream_;
     int depth_ = 0;
-    // Null for an object whose class isn't known: its ID has come, and no other object record follows for it.
-    std::unordered_map<std::uint64_t, FRefPtr<FXmlInstance>> instances_;
+    // Null for an object whose class isn't known: its ID has come, and no other object record follows for it. In order,
+    // since a table by hash could be made slow by a document that chooses its IDs.
+    std::map<std::uint64_t, FRefPtr<FXmlInstance>> instances_;
     std::vector<FRefPtr<FXmlReference>> references_;
 };
 
