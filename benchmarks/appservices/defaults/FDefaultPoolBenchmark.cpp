@@ -4,19 +4,18 @@
 #include "persistence/objects/FObjectDocument.h"
 #include "persistence/streams/FMemoryStream.h"
 
+#include "appservices/defaults/PropertyTreeRival.h"
+
 #include <benchmark/benchmark.h>
-#include <boost/property_tree/ptree.hpp>
-#include <boost/property_tree/xml_parser.hpp>
 
 #include <map>
-#include <sstream>
 #include <string>
 #include <vector>
 
 namespace tessera {
 namespace {
 
-namespace pt = boost::property_tree;
+using benchmarks::PropertyTreeRival;
 
 constexpr const char* kRootTag = "Defaults";
 constexpr const char* kKeys[] = {"window.left", "window.top", "window.zoom", "lastFolder", "title"};
@@ -55,18 +54,6 @@ void fillNumbers(Map& map, const std::vector<std::string>& names) {
         for (const char* key : kKeys) {
             map[name][key] = 17;
         }
-    }
-}
-
-void fill(pt::ptree& tree, const std::vector<std::string>& names) {
-    for (const std::string& name : names) {
-        pt::ptree& group = tree.add_child("Defaults.item", pt::ptree());
-        group.put("Group", name);
-        group.put(pt::ptree::path_type(kKeys[0], '/'), 17);
-        group.put(pt::ptree::path_type(kKeys[1], '/'), 1234567);
-        group.put(pt::ptree::path_type(kKeys[2], '/'), 0.75);
-        group.put(pt::ptree::path_type(kKeys[3], '/'), "C:\\Users\\somebody\\Music");
-        group.put(pt::ptree::path_type(kKeys[4], '/'), "a title of some length");
     }
 }
 
@@ -141,12 +128,9 @@ void saveOurs(benchmark::State& state) {
 }
 
 void saveBoost(benchmark::State& state) {
-    pt::ptree tree;
-    fill(tree, groupNames(state.range(0)));
+    const PropertyTreeRival rival(groupNames(state.range(0)));
     for (auto _ : state) {
-        std::ostringstream stream;
-        pt::write_xml(stream, tree);
-        benchmark::DoNotOptimize(stream.tellp());
+        benchmark::DoNotOptimize(rival.save());
     }
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
@@ -168,16 +152,9 @@ void loadOurs(benchmark::State& state) {
 }
 
 void loadBoost(benchmark::State& state) {
-    pt::ptree tree;
-    fill(tree, groupNames(state.range(0)));
-    std::ostringstream written;
-    pt::write_xml(written, tree);
-    const std::string text = written.str();
+    const std::string text = PropertyTreeRival(groupNames(state.range(0))).save();
     for (auto _ : state) {
-        std::istringstream stream(text);
-        pt::ptree loaded;
-        pt::read_xml(stream, loaded);
-        benchmark::DoNotOptimize(loaded.size());
+        benchmark::DoNotOptimize(PropertyTreeRival::load(text));
     }
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
