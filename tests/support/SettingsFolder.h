@@ -21,6 +21,7 @@ public:
 
     const FNPath* folder(ApplicationFolder) override { return &path_; }
     const FString& vendor() override { return vendor_; }
+    const testing_support::ScratchFolder& scratch() const { return folder_; }
 
 private:
     static SettingsFolder*& current() {

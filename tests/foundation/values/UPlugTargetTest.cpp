@@ -67,8 +67,8 @@ TEST(UPlugTarget, AnswersBothBracketsAndNothingElse) {
 TEST(UPlugTarget, WhatIsNoValueReachesNoOwner) {
     Owner owner;
     UPlugTarget target(&owner);
-    FMessage message("BeginEdit");
     CmObject plain;
+    FMessage message("BeginEdit");
     message.setObject("Value", &plain, false);
     EXPECT_EQ(target.receiveMessage(&message), 1);
     EXPECT_TRUE(owner.calls.empty());
