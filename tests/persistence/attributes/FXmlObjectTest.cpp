@@ -123,6 +123,18 @@ TEST(FXmlInstance, AChainOfReferencesLongerThanAStackIsBuiltAsFarAsTheBoundGoes)
     EXPECT_NE(instances[FXmlInstance::kDeepestBuild]->getObject(), nullptr);
 }
 
+TEST(FXmlInstance, AChainOfReferencesLongerThanAStackIsReleased) {
+    auto instance = newInstance("StoredNode", 0);
+    for (int i = 1; i < 100000; ++i) {
+        auto reference = FRefPtr<FXmlReference>::adopt(new FXmlReference(16));
+        reference->setTarget(instance.get());
+        instance = newInstance("StoredNode", i);
+        instance->getAttributes()->setObject("next", reference.detach(), AttributeHolding::owned);
+    }
+    EXPECT_EQ(instance->getReferenceCount(), 1u);
+    instance.reset();
+}
+
 TEST(FXmlInstance, ACopyOfItsTreeHoldsTheSameInstance) {
     FAttributes tree;
     const auto instance = newInstance("StoredNode", 1);
