@@ -16,6 +16,7 @@
 #include "persistence/paths/FPath.h"
 #include "platform/DynamicLibrary.h"
 
+#include <atomic>
 #include <cstdint>
 #include <optional>
 
@@ -61,7 +62,7 @@ public:
     std::int32_t getUseCount() const;
     std::uint32_t getFlags() const { return flags_; }
     bool staysLoaded() const { return (flags_ & kStaysLoaded) != 0; }
-    void setStaysLoaded(bool on) { flags_ = on ? flags_ | kStaysLoaded : flags_ & ~kStaysLoaded; }
+    void setStaysLoaded(bool on) { on ? flags_.fetch_or(kStaysLoaded) : flags_.fetch_and(~kStaysLoaded); }
 
     // Process-wide, on at first: unloading is put off. Gives the old value.
     static bool setDeferredUnloading(bool on);
@@ -79,7 +80,7 @@ private:
     std::optional<platform::DynamicLibrary> library_;
     mutable FLock lock_;
     std::int32_t useCount_ = 0;
-    std::uint32_t flags_ = 0;
+    std::atomic<std::uint32_t> flags_{0};
 };
 
 } // namespace tessera

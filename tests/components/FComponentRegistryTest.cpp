@@ -8,6 +8,7 @@
 #include "components/ModuleLog.h"
 #include "foundation/messages/UpdateHandler.h"
 #include "foundation/object/ClassFactory.h"
+#include "support/ClassRecords.h"
 #include "support/ForeignObject.h"
 
 #include <gmock/gmock.h>
@@ -74,6 +75,16 @@ TEST_F(FComponentRegistryTest, TheFirstOneIsTheProcesss) {
     registry_.reset();
     EXPECT_EQ(FComponentRegistry::getInstance(), nullptr);
     EXPECT_EQ(ClassFactory::getInstance(true)->createInstance(IComponentSource::iid), nullptr);
+}
+
+TEST(ComponentClasses, HaveSoundRecords) {
+    EXPECT_GE(test::expectSoundRecords(), 50);
+    for (const char* name : {"FModuleManager", "FComponentRegistry", "FComponentDescription", "FPluginComponent",
+                             "FCompiledInComponentDescription", "FPluginWrapper", "FServiceManager"}) {
+        const FMetaClass* record = ClassFactory::getInstance(true)->findByName(name);
+        ASSERT_NE(record, nullptr) << name;
+        EXPECT_EQ(record->getFactory(), nullptr) << name;
+    }
 }
 
 TEST_F(FComponentRegistryTest, KnowsEachClassOnce) {

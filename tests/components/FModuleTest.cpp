@@ -12,6 +12,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <thread>
+
 namespace tessera {
 namespace {
 
@@ -254,6 +257,30 @@ TEST_F(FModuleTest, KeepsLibrariesInMemoryOnDemand) {
     EXPECT_THAT(log_.lines(), ElementsAre("plain loaded", "plain factory gone", "plain unloaded"));
     // Still there to be called.
     EXPECT_TRUE(entry());
+}
+
+TEST_F(FModuleTest, AnyThreadMayUseIt) {
+    const auto module = makeModule("plain");
+    std::vector<std::thread> threads;
+    std::atomic<int> missing{0};
+    for (int i = 0; i < 4; ++i) {
+        threads.emplace_back([&] {
+            for (int round = 0; round < 200; ++round) {
+                module->use();
+                missing += module->getFactory(true) == nullptr ? 1 : 0;
+                module->unuse();
+            }
+        });
+    }
+    // Meanwhile the idle task has its rounds, more than an unloading waits for.
+    runIdleRounds(500);
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    EXPECT_EQ(missing, 0);
+    EXPECT_EQ(module->getUseCount(), 0);
+    runIdleRounds(101);
+    EXPECT_FALSE(module->isLoaded());
 }
 
 TEST_F(FModuleTest, AnswersOtherMessagesWith0) {
