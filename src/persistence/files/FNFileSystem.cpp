@@ -3,6 +3,8 @@
 #include "foundation/messages/FMessage.h"
 #include "foundation/messages/FMessenger.h"
 #include "foundation/object/FRefPtr.h"
+#include "persistence/archives/FArchiveManager.h"
+#include "persistence/archives/VirtualPath.h"
 #include "persistence/files/FFastNamer.h"
 #include "persistence/files/FNFileIterator.h"
 #include "persistence/files/FileChangeHub.h"
@@ -13,6 +15,7 @@
 #include "persistence/files/PathText.h"
 #include "persistence/paths/PathRules.h"
 #include "persistence/streams/FFileStream.h"
+#include "persistence/urls/UrlMetaHandler.h"
 #include "platform/DesktopOpener.h"
 #include "platform/FileEntries.h"
 #include "platform/NativePath.h"
@@ -41,10 +44,27 @@ platform::FileOpenFlags openFlags(std::uint32_t mode) {
 }
 
 FStream* streamOf(platform::File file, const FPath& path, std::uint32_t mode) {
-    const FNPath& native = static_cast<const FNPath&>(path);
+    const NativeForm native(path);
     const bool unbuffered = (mode & FileOpenMode::unbuffered) != 0;
     const std::uint32_t sectorSize = unbuffered ? platform::sectorSizeOf(PathText(path)) : 0;
-    return new FFileStream(std::move(file), native, mode, sectorSize);
+    return new FFileStream(std::move(file), *native, mode, sectorSize);
+}
+
+// What lies in an archive is the business of its mount: the work's answer, or `nothing` when the archive can't be had.
+template <class Answer, class Work>
+Answer inArchive(const FPath& path, Answer nothing, Work work) {
+    FArchiveManager* archives = FArchiveManager::getInstance();
+    FFileSystem* mounted = archives != nullptr ? archives->getFileSystem(path) : nullptr;
+    return mounted != nullptr ? work(*mounted) : nothing;
+}
+
+// A URL of another scheme than "file", which its handler opens; null for any other path.
+FUrl* foreignUrl(FPath& path) {
+    FUrl* url = cmCast<FUrl>(&path);
+    return url != nullptr && !url->isFileScheme() ? url : nullptr;
+}
+const FUrl* foreignUrl(const FPath& path) {
+    return foreignUrl(const_cast<FPath&>(path));
 }
 
 void tell(std::int32_t* error, std::int32_t value) {
@@ -70,7 +90,7 @@ bool liesIn(const PathParts& inner, const PathText& folder) {
 
 // A copy over a link is written to what the link leads to, as one through the link would be.
 FNPath writtenPlace(const FPath& target) {
-    FNPath place(static_cast<const FNPath&>(target));
+    FNPath place(*NativeForm(target));
     std::int32_t ignored = 0;
     const auto status = platform::fileStatus(PathText(target), ignored);
     if (status && status->isLink) {
@@ -191,6 +211,14 @@ FNFileSystem::~FNFileSystem() {
 }
 
 FStream* FNFileSystem::createFile(FPath& path, std::uint32_t mode, std::int32_t* error) {
+    if (isVirtualPath(path)) {
+        return inArchive<FStream*>(path, nullptr,
+                                   [&](FFileSystem& mount) { return mount.createFile(path, mode, error); });
+    }
+    if (FUrl* url = foreignUrl(path)) {
+        UrlMetaHandler* handlers = UrlMetaHandler::getInstance();
+        return handlers != nullptr ? handlers->createFile(*url, mode, error) : nullptr;
+    }
     const PathText text(path);
     platform::FileOpenFlags flags = openFlags(mode);
     flags.write = true;
@@ -207,6 +235,17 @@ FStream* FNFileSystem::createFile(FPath& path, std::uint32_t mode, std::int32_t*
 }
 
 FStream* FNFileSystem::openFile(FPath& path, std::uint32_t mode, std::int32_t* error) {
+    if (isVirtualPath(path)) {
+        // What an archive gives can't be read around the system's buffers.
+        const bool unbuffered = (mode & FileOpenMode::unbuffered) != 0;
+        return unbuffered ? nullptr : inArchive<FStream*>(path, nullptr, [&](FFileSystem& mount) {
+            return mount.openFile(path, mode, error);
+        });
+    }
+    if (FUrl* url = foreignUrl(path)) {
+        UrlMetaHandler* handlers = UrlMetaHandler::getInstance();
+        return handlers != nullptr ? handlers->openFile(*url, mode, error) : nullptr;
+    }
     std::int32_t reason = 0;
     platform::File file =
         platform::File::open(PathText(path), openFlags(mode), platform::FileDisposition::openExisting, reason);
@@ -228,6 +267,9 @@ void FNFileSystem::closeStream(FStream* stream) {
 }
 
 bool FNFileSystem::deleteFile(const FPath& path) {
+    if (isVirtualPath(path)) {
+        return inArchive(path, false, [&](FFileSystem& mount) { return mount.deleteFile(path); });
+    }
     std::int32_t error = 0;
     if (!platform::deleteFile(PathText(path), error)) {
         return false;
@@ -237,10 +279,24 @@ bool FNFileSystem::deleteFile(const FPath& path) {
 }
 
 bool FNFileSystem::fileExists(const FPath& path) {
+    if (isVirtualPath(path)) {
+        return inArchive(path, false, [&](FFileSystem& mount) { return mount.fileExists(path); });
+    }
     return platform::fileKindOf(PathText(path)) == platform::FileKind::file;
 }
 
 bool FNFileSystem::rename(FPath& path, const FStringRef& newName) {
+    if (isVirtualPath(path)) {
+        return inArchive(path, false, [&](FFileSystem& mount) { return mount.rename(path, newName); });
+    }
+    if (FUrl* url = cmCast<FUrl>(&path)) {
+        const auto meant = FRefPtr<FNPath>::adopt(url->toNativePath());
+        if (!meant || !rename(*meant, newName)) {
+            return false;
+        }
+        url->setFromNativePath(*meant);
+        return true;
+    }
     FNPath* native = cmCast<FNPath>(&path);
     if (native == nullptr || newName.isEmpty()) {
         return false;
@@ -255,9 +311,17 @@ bool FNFileSystem::rename(FPath& path, const FStringRef& newName) {
 }
 
 bool FNFileSystem::move(FPath& path, const FPath& target) {
+    if (FUrl* url = cmCast<FUrl>(&path)) {
+        const auto meant = FRefPtr<FNPath>::adopt(url->toNativePath());
+        if (!meant || !move(*meant, target)) {
+            return false;
+        }
+        url->setFromNativePath(*meant);
+        return true;
+    }
     FNPath* native = cmCast<FNPath>(&path);
-    const FNPath* nativeTarget = cmCast<FNPath>(&target);
-    if (native == nullptr || nativeTarget == nullptr) {
+    const NativeForm nativeTarget(target);
+    if (native == nullptr || !nativeTarget) {
         return false;
     }
     FNPath place(*native);
@@ -282,7 +346,7 @@ bool FNFileSystem::moveTo(FNPath& path, const FNPath& target) {
 
 bool FNFileSystem::copyFile(const FPath& source, const FPath& target, IFileProgress* progress) {
     const PathText from(source);
-    if (cmCast<FNPath>(&target) == nullptr || platform::isSameFile(from, PathText(target))) {
+    if (!NativeForm(target) || platform::isSameFile(from, PathText(target))) {
         return false;
     }
     std::int32_t error = 0;
@@ -296,6 +360,9 @@ bool FNFileSystem::copyFile(const FPath& source, const FPath& target, IFileProgr
 }
 
 bool FNFileSystem::createFolder(const FPath& path) {
+    if (isVirtualPath(path)) {
+        return inArchive(path, false, [&](FFileSystem& mount) { return mount.createFolder(path); });
+    }
     std::int32_t error = 0;
     return platform::createFolders(PathText(path), error);
 }
@@ -324,6 +391,9 @@ bool FNFileSystem::deleteFolderContent(const FPath& path, bool recursive) {
 }
 
 bool FNFileSystem::getFileTimes(const FPath& path, std::int64_t& created, std::int64_t& modified) {
+    if (isVirtualPath(path)) {
+        return inArchive(path, false, [&](FFileSystem& mount) { return mount.getFileTimes(path, created, modified); });
+    }
     std::int32_t error = 0;
     const auto status = platform::fileStatus(PathText(path), error);
     if (!status) {
@@ -335,6 +405,9 @@ bool FNFileSystem::getFileTimes(const FPath& path, std::int64_t& created, std::i
 }
 
 std::int64_t FNFileSystem::getFileSize(const FPath& path) {
+    if (isVirtualPath(path)) {
+        return inArchive(path, std::int64_t(-1), [&](FFileSystem& mount) { return mount.getFileSize(path); });
+    }
     std::int32_t error = 0;
     const auto status = platform::fileStatus(PathText(path), error);
     return status ? status->size : -1;
@@ -345,10 +418,23 @@ bool FNFileSystem::sanitizeName(FString& text, char16_t replacement, bool strip)
 }
 
 FFileIterator* FNFileSystem::newIterator(const FPath& folder, bool resolveLinks) {
-    return cmCast<FNPath>(&folder) != nullptr ? new FNFileIterator(folder, resolveLinks, false) : nullptr;
+    if (isVirtualPath(folder)) {
+        FArchiveManager* archives = FArchiveManager::getInstance();
+        return archives != nullptr ? archives->newIterator(folder) : nullptr;
+    }
+    if (const FUrl* url = foreignUrl(folder)) {
+        UrlMetaHandler* handlers = UrlMetaHandler::getInstance();
+        return handlers != nullptr ? handlers->newIterator(*url, resolveLinks) : nullptr;
+    }
+    const NativeForm native(folder);
+    return native ? new FNFileIterator(*native, resolveLinks, false) : nullptr;
 }
 
 std::int64_t FNFileSystem::countFiles(const FPath& folder, bool folders, bool recursive, std::int64_t* size) {
+    if (isVirtualPath(folder)) {
+        return inArchive(folder, std::int64_t(0),
+                         [&](FFileSystem& mount) { return mount.countFiles(folder, folders, recursive, size); });
+    }
     std::int32_t error = 0;
     platform::Folder open = platform::Folder::open(PathText(folder), error);
     FolderCount count;
@@ -377,6 +463,9 @@ bool FNFileSystem::copyFolder(const FPath& source, const FPath& target, IFilePro
 }
 
 bool FNFileSystem::deleteFolder(const FPath& path) {
+    if (isVirtualPath(path)) {
+        return inArchive(path, false, [&](FFileSystem& mount) { return mount.deleteFolder(path); });
+    }
     std::int32_t error = 0;
     const PathText text(path);
     const auto status = platform::fileStatus(text, error);
@@ -396,6 +485,9 @@ bool FNFileSystem::deleteFolder(const FPath& path) {
 }
 
 bool FNFileSystem::folderExists(const FPath& path) {
+    if (isVirtualPath(path)) {
+        return inArchive(path, false, [&](FFileSystem& mount) { return mount.folderExists(path); });
+    }
     return platform::fileKindOf(PathText(path)) == platform::FileKind::folder;
 }
 

@@ -1,9 +1,12 @@
 // PathText: a native path's text in the form that the platform's services take, and its two parts for those that work
-// inside an open folder. A path of another form gives empty texts, which name nothing.
+// inside an open folder. A URL of the scheme "file" counts as the path that it means. A path of another form gives
+// empty texts, which name nothing.
 #pragma once
 
+#include "foundation/object/FRefPtr.h"
 #include "foundation/text/FString.h"
 #include "persistence/paths/FNPath.h"
+#include "persistence/urls/FUrl.h"
 
 #include <string_view>
 
@@ -15,11 +18,31 @@ inline std::u16string_view viewOf(const FString& text) {
     return {units, static_cast<std::size_t>(text.length())};
 }
 
+// The native path itself, or the one that a URL means; null for a path of another form.
+class NativeForm {
+public:
+    explicit NativeForm(const FPath& path) : path_(cmCast<FNPath>(&path)) {
+        if (path_ == nullptr) {
+            const FUrl* url = cmCast<FUrl>(&path);
+            meant_ = FRefPtr<FNPath>::adopt(url != nullptr ? url->toNativePath() : nullptr);
+            path_ = meant_.get();
+        }
+    }
+
+    explicit operator bool() const { return path_ != nullptr; }
+    const FNPath& operator*() const { return *path_; }
+    const FNPath* operator->() const { return path_; }
+
+private:
+    const FNPath* path_;
+    FRefPtr<FNPath> meant_;
+};
+
 class PathText {
 public:
     explicit PathText(const FPath& path) {
-        if (cmCast<FNPath>(&path) != nullptr) {
-            path.getFullPath(text_);
+        if (const NativeForm native(path); native) {
+            native->getFullPath(text_);
         }
     }
 
@@ -32,9 +55,9 @@ private:
 class PathParts {
 public:
     explicit PathParts(const FPath& path) {
-        if (cmCast<FNPath>(&path) != nullptr) {
-            folder_ = path.getPath();
-            name_ = path.getName();
+        if (const NativeForm native(path); native) {
+            folder_ = native->getPath();
+            name_ = native->getName();
         }
     }
 

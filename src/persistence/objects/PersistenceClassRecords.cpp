@@ -1,4 +1,9 @@
 // The class records of this layer, in one place so that their order is fixed.
+#include "persistence/archives/ArchiveEntry.h"
+#include "persistence/archives/FArchiveManager.h"
+#include "persistence/archives/FFileIteratorUrlWrapper.h"
+#include "persistence/archives/FPluginFileIterator.h"
+#include "persistence/archives/FPluginFileSystem.h"
 #include "persistence/attributes/FAttrBuffer.h"
 #include "persistence/attributes/FAttributes.h"
 #include "persistence/attributes/FFloatList.h"
@@ -15,6 +20,9 @@
 #include "persistence/streams/FFileStream.h"
 #include "persistence/streams/FIBStream.h"
 #include "persistence/streams/FMemoryStream.h"
+#include "persistence/urls/FUrl.h"
+#include "persistence/urls/FUrlFileHandler.h"
+#include "persistence/urls/UrlMetaHandler.h"
 #include "persistence/xml/FXmlAttribute.h"
 #include "persistence/xml/FXmlWriter.h"
 
@@ -62,5 +70,17 @@ FMetaClass FXmlReference::metaClass("FXmlReference", &FXmlObject::metaClass, nul
 // Known by name, and not created by it: one is a part of a tag, the other needs its stream.
 FMetaClass FXmlAttribute::metaClass("FXmlAttribute", &CmObject::metaClass, nullptr);
 FMetaClass FXmlWriter::metaClass("FXmlWriter", &CmObject::metaClass, nullptr);
+
+FMetaClass FUrl::metaClass("FUrl", &FPath::metaClass, createCmObject<FUrl>);
+FMetaClass FUrlHandler::metaClass("FUrlHandler", &CmObject::metaClass, nullptr);
+FMetaClass FUrlFileHandler::metaClass("FUrlFileHandler", &FUrlHandler::metaClass, nullptr);
+FMetaClass UrlMetaHandler::metaClass("UrlMetaHandler", &FUrlHandler::metaClass, nullptr);
+
+// There is one manager, and the others stand for what it has mounted.
+FMetaClass FArchiveManager::metaClass("FArchiveManager", &CmObject::metaClass, nullptr);
+FMetaClass ArchiveEntry::metaClass("ArchiveEntry", &CmObject::metaClass, nullptr);
+FMetaClass FRemovableFileSystem::metaClass("FRemovableFileSystem", &FFileSystem::metaClass, nullptr);
+FMetaClass FPluginFileIterator::metaClass("FPluginFileIterator", &FFileIterator::metaClass, nullptr);
+FMetaClass FFileIteratorUrlWrapper::metaClass("FFileIteratorUrlWrapper", &FFileIterator::metaClass, nullptr);
 
 } // namespace tessera

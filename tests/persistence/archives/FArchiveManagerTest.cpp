@@ -1,0 +1,239 @@
+#include "persistence/archives/FArchiveManager.h"
+
+#include "persistence/archives/ArchiveTest.h"
+#include "persistence/urls/FUrl.h"
+
+#include <filesystem>
+
+namespace tessera::test {
+namespace {
+
+using FArchiveManagerTest = ArchiveTest;
+
+// A mount of another scheme.
+class LibraryFiles : public FFileSystem {
+public:
+    FStream* openFile(FPath& path, std::uint32_t, std::int32_t*) override {
+        asked = FArchiveManager::getInnerPath(path);
+        return new FMemoryStream;
+    }
+    FFileIterator* newIterator(const FPath&, bool) override { return new Walk; }
+
+    FString asked;
+
+private:
+    class Walk : public FFileIterator {
+    public:
+        FPath* next() override {
+            if (rest_ == 0) {
+                return nullptr;
+            }
+            path_.set(FString(rest_-- == 2 ? "C:\\hidden\\one.wav" : "C:\\hidden\\two"), PathKind::file);
+            path_.setKind(rest_ == 1 ? PathKind::file : PathKind::folder);
+            return &path_;
+        }
+        void reset() override { rest_ = 2; }
+
+    private:
+        int rest_ = 0;
+        FNPath path_;
+    };
+};
+
+std::string fullOf(const FPath* path) {
+    FString text;
+    path->getFullPath(text);
+    text.toMultiByte(CodePage::utf8);
+    return text.text8();
+}
+
+TEST_F(FArchiveManagerTest, AFileInAnArchiveIsReadThroughTheFileSystem) {
+    EXPECT_EQ(read(in("file.wav")), "12345");
+    EXPECT_EQ(read(in("sub\\inner.wav")), "123");
+    EXPECT_EQ(read(in("missing")), "none");
+    EXPECT_EQ(state_.volumes, 1); // mounted once
+    EXPECT_EQ(archives_->getMountCount(keyOf("a.pak")), 1);
+}
+
+TEST_F(FArchiveManagerTest, AnUnbufferedOpeningNeverReachesAMount) {
+    EXPECT_EQ(read(in("file.wav"), FileOpenMode::read | FileOpenMode::unbuffered), "none");
+    EXPECT_EQ(state_.made, 0);
+    EXPECT_EQ(read(in("file.wav"), FileOpenMode::read | FileOpenMode::write), "12345"); // opened with mode 5 inside
+}
+
+TEST_F(FArchiveManagerTest, AUrlLeadsIntoAnArchive) {
+    FUrl url(FString(("vfs://" + (scratch_ / "a.pak").string() + "//sub/inner.wav").c_str()));
+    EXPECT_TRUE(files_->fileExists(url));
+    EXPECT_EQ(files_->getFileSize(url), 3);
+}
+
+TEST_F(FArchiveManagerTest, OnlyTheComponentOfTheArchivesTypeIsTaken) {
+    scratch_.write("a.zip", "archive");
+    EXPECT_EQ(archives_->getFileSystem(in("x", "a.zip")), nullptr);
+    EXPECT_EQ(state_.made, 2); // both were asked
+    scratch_.write("plain", "archive");
+    EXPECT_EQ(archives_->getFileSystem(in("x", "plain")), nullptr);
+    EXPECT_EQ(state_.volumes, 0);
+}
+
+TEST_F(FArchiveManagerTest, WhatCantBeOpenedIsNotMounted) {
+    EXPECT_EQ(archives_->getFileSystem(in("x", "missing.pak")), nullptr);
+    scratch_.write("b.pak", "broken");
+    EXPECT_EQ(archives_->getFileSystem(in("x", "b.pak")), nullptr);
+    state_.initialized = kResultFailure;
+    EXPECT_EQ(archives_->getFileSystem(in("x")), nullptr);
+    state_.initialized = kResultOk;
+    EXPECT_NE(archives_->getFileSystem(in("x")), nullptr);
+    EXPECT_EQ(archives_->getFileSystem(FNPath(FString("vfs:\\\\"), PathKind::file)), nullptr);
+    EXPECT_EQ(archives_->getFileSystem(FNPath(FString("kpssound:\\\\lib\\x"), PathKind::file)), nullptr);
+    EXPECT_EQ(archives_->getFileSystem(FNPath(FString("C:\\x"), PathKind::file)), nullptr);
+}
+
+TEST_F(FArchiveManagerTest, WithoutASourceNothingIsMounted) {
+    FakeSource::present = nullptr;
+    EXPECT_EQ(mount(), nullptr);
+    EXPECT_EQ(read(in("file.wav")), "none");
+}
+
+TEST_F(FArchiveManagerTest, ComponentsAreGivenTheHostContext) {
+    ForeignObject<> context;
+    FArchiveManager::setHostContext(&context);
+    ASSERT_NE(mount(), nullptr);
+    EXPECT_EQ(state_.context, &context);
+}
+
+TEST_F(FArchiveManagerTest, MountedTwiceItTakesTwoRemovals) {
+    FFileSystem* mounted = mount();
+    const FString key = keyOf("a.pak");
+    EXPECT_TRUE(archives_->addArchive(mounted, FString("vfs"), key));
+    EXPECT_EQ(archives_->getMountCount(key), 2);
+    EXPECT_FALSE(archives_->removeArchive(FString("vfs"), key, FArchiveManager::kUnlessMountedTwice));
+    EXPECT_EQ(archives_->getMountCount(key), 1);
+    EXPECT_EQ(mount(), mounted);
+    EXPECT_TRUE(archives_->removeArchive(FString("vfs"), key, FArchiveManager::kUnlessMountedTwice));
+    EXPECT_EQ(archives_->getMountCount(key), 0);
+    EXPECT_EQ(state_.volumes, 0);
+}
+
+TEST_F(FArchiveManagerTest, ForceIsExactlyOne) {
+    FFileSystem* mounted = mount();
+    const FString key = keyOf("a.pak");
+    archives_->addArchive(mounted, FString("vfs"), key);
+    archives_->addArchive(mounted, FString("vfs"), key);
+    EXPECT_FALSE(archives_->removeArchive(FString("vfs"), key, 2));
+    EXPECT_EQ(archives_->getMountCount(key), 2);
+    EXPECT_TRUE(archives_->removeArchive(FString("vfs"), key, FArchiveManager::kForced));
+}
+
+TEST_F(FArchiveManagerTest, RemovingAsksForKeyAndScheme) {
+    EXPECT_FALSE(archives_->removeArchive(FString("vfs"), keyOf("a.pak"), 1)); // empty table
+    ASSERT_NE(mount(), nullptr);
+    EXPECT_FALSE(archives_->removeArchive(FString("axf"), keyOf("a.pak"), 1));
+    EXPECT_FALSE(archives_->removeArchive(FString("vfs"), keyOf("b.pak"), 1));
+    EXPECT_TRUE(archives_->removeArchive(FString("vfs"), keyOf("a.pak"), 1));
+}
+
+TEST_F(FArchiveManagerTest, NothingIsAddedWithoutAllArguments) {
+    LibraryFiles library;
+    EXPECT_FALSE(archives_->addArchive(nullptr, FString("axf"), FString("k")));
+    EXPECT_FALSE(archives_->addArchive(&library, FString(), FString("k")));
+    EXPECT_FALSE(archives_->addArchive(&library, FString("axf"), FString()));
+}
+
+TEST_F(FArchiveManagerTest, NamesThatDifferInCaseShareAMount) {
+    FFileSystem* mounted = mount();
+    scratch_.write("A.pak", "broken");
+    EXPECT_EQ(archives_->getFileSystem(in("x", "A.pak")), mounted);
+    EXPECT_EQ(state_.volumes, 1);
+}
+
+TEST_F(FArchiveManagerTest, IdleMountsAreDropped) {
+    ASSERT_NE(mount(), nullptr);
+    scratch_.write("b.pak", "archive");
+    ASSERT_NE(archives_->getFileSystem(in("", "b.pak")), nullptr);
+    archives_->removeUnusedRemovables();
+    EXPECT_EQ(state_.volumes, 0);
+    EXPECT_EQ(archives_->getMountCount(keyOf("a.pak")), 0);
+    EXPECT_EQ(archives_->getMountCount(keyOf("b.pak")), 0);
+}
+
+TEST_F(FArchiveManagerTest, AMountWithALiveStreamSurvives) {
+    FNPath path = in("file.wav");
+    FStream* stream = files_->openFile(path, FileOpenMode::read, nullptr);
+    ASSERT_NE(stream, nullptr);
+    EXPECT_EQ(mount()->getOpenCount(), 1);
+    archives_->removeUnusedRemovables();
+    EXPECT_EQ(state_.volumes, 1);
+    files_->closeStream(stream);
+    EXPECT_EQ(mount()->getOpenCount(), 0);
+    archives_->removeUnusedRemovables();
+    EXPECT_EQ(state_.volumes, 0);
+}
+
+TEST_F(FArchiveManagerTest, AMountAddedTwiceAndOneOfAnotherKindSurvive) {
+    archives_->addArchive(mount(), FString("vfs"), keyOf("a.pak"));
+    LibraryFiles library;
+    archives_->addArchive(&library, FString("kpssound"), FString("Lib"));
+    archives_->removeUnusedRemovables();
+    EXPECT_EQ(archives_->getMountCount(keyOf("a.pak")), 2);
+    EXPECT_EQ(archives_->getMountCount(FString("lib")), 1);
+    EXPECT_TRUE(archives_->removeArchive(FString("kpssound"), FString("LIB"), 0));
+}
+
+TEST_F(FArchiveManagerTest, OtherSchemesAreServedByWhatWasEntered) {
+    LibraryFiles library;
+    ASSERT_TRUE(archives_->addArchive(&library, FString("kpssound"), FString("lib")));
+    FNPath path(FString("kpssound:\\\\Lib\\a\\b.wav"), PathKind::file);
+    EXPECT_EQ(archives_->getFileSystem(path), &library);
+    FStream* stream = files_->openFile(path, FileOpenMode::read, nullptr);
+    ASSERT_NE(stream, nullptr);
+    files_->closeStream(stream);
+    EXPECT_TRUE(library.asked == "\\a\\b.wav");
+
+    const FNPath folder(FString("kpssound:\\\\Lib\\a"), PathKind::folder);
+    const auto entries = FRefPtr<FFileIterator>::adopt(files_->newIterator(folder, false));
+    ASSERT_TRUE(entries);
+    EXPECT_STREQ(entries->getClassName(), "FFileIteratorUrlWrapper");
+    for (int round = 0; round < 2; ++round) {
+        const FPath* entry = entries->next();
+        ASSERT_NE(entry, nullptr);
+        EXPECT_EQ(fullOf(entry), "kpssound:\\\\Lib\\a\\one.wav");
+        EXPECT_TRUE(entry->isFile());
+        entry = entries->next();
+        ASSERT_NE(entry, nullptr);
+        EXPECT_EQ(fullOf(entry), "kpssound:\\\\Lib\\a\\two");
+        EXPECT_TRUE(entry->isFolder());
+        EXPECT_EQ(entries->next(), nullptr);
+        entries->reset();
+    }
+    EXPECT_TRUE(archives_->removeArchive(FString("kpssound"), FString("lib"), 0));
+}
+
+TEST_F(FArchiveManagerTest, AnArchiveWithinAnArchiveIsMountedThroughIt) {
+    state_.files[u"nested.pak"] = "archive";
+    const FNPath path = in("nested.pak\\\\file.wav");
+    FString key;
+    ASSERT_TRUE(FArchiveManager::getArchiveKey(path, key));
+    EXPECT_TRUE(key.startsWith("vfs:"));
+    EXPECT_EQ(read(path), "12345");
+    EXPECT_EQ(state_.volumes, 2);
+    EXPECT_EQ(mount()->getOpenCount(), 1); // the inner archive's own file
+    archives_->removeUnusedRemovables();
+    EXPECT_EQ(state_.volumes, 0);
+}
+
+TEST_F(FArchiveManagerTest, OnAReadOnlyFileAComponentThatWritesIsReadOnly) {
+    state_.canWrite = true;
+    EXPECT_EQ(mount()->getCapabilities(), 7u);
+    // A program that runs can't be written to by anybody.
+    std::filesystem::create_symlink("/proc/self/exe", scratch_ / "b.pak");
+    auto* mounted = static_cast<FPluginFileSystem*>(archives_->getFileSystem(in("", "b.pak")));
+    ASSERT_NE(mounted, nullptr);
+    EXPECT_EQ(mounted->getCapabilities(), 5u);
+    EXPECT_FALSE(files_->deleteFile(in("file.wav", "b.pak")));
+    EXPECT_FALSE(files_->createFolder(in("f", "b.pak")));
+    EXPECT_TRUE(state_.changes.empty());
+}
+
+} // namespace
+} // namespace tessera::test

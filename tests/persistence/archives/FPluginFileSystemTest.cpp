@@ -1,0 +1,140 @@
+#include "persistence/archives/FPluginFileSystem.h"
+
+#include "persistence/archives/ArchiveTest.h"
+
+#include <map>
+
+namespace tessera::test {
+namespace {
+
+using FPluginFileSystemTest = ArchiveTest;
+
+TEST_F(FPluginFileSystemTest, AnswersToTheNameOfItsBase) {
+    EXPECT_STREQ(mount()->getClassName(), "FRemovableFileSystem");
+    EXPECT_TRUE(mount()->isTypeOf("FFileSystem", true));
+}
+
+TEST_F(FPluginFileSystemTest, KnowsFilesAndFolders) {
+    EXPECT_TRUE(files_->fileExists(in("file.wav")));
+    EXPECT_FALSE(files_->fileExists(in("sub")));
+    EXPECT_FALSE(files_->fileExists(in("missing")));
+    EXPECT_TRUE(files_->folderExists(in("sub")));
+    EXPECT_TRUE(files_->folderExists(in("")));
+    EXPECT_FALSE(files_->folderExists(in("file.wav")));
+    EXPECT_EQ(files_->getFileSize(in("file.wav")), 5);
+    EXPECT_EQ(files_->getFileSize(in("missing")), -1);
+    std::int64_t created = 0;
+    std::int64_t modified = 0;
+    EXPECT_TRUE(files_->getFileTimes(in("file.wav"), created, modified));
+    EXPECT_EQ(modified, 1'000'000);
+    EXPECT_EQ(created, modified);
+    EXPECT_FALSE(files_->getFileTimes(in("missing"), created, modified));
+}
+
+TEST_F(FPluginFileSystemTest, WhatTheComponentCantAnswerIsThere) {
+    state_.existsAnswer = kResultNotProvided;
+    EXPECT_TRUE(files_->fileExists(in("whatever")));
+    EXPECT_FALSE(files_->folderExists(in("whatever")));
+    state_.existsAnswer = kResultFailure;
+    EXPECT_FALSE(files_->fileExists(in("file.wav")));
+}
+
+TEST_F(FPluginFileSystemTest, ListsAFolderWithPathsThatCanBeOpened) {
+    for (const std::string folder : {"", "sub"}) {
+        const auto entries = FRefPtr<FFileIterator>::adopt(files_->newIterator(in(folder), false));
+        ASSERT_TRUE(entries);
+        std::map<std::string, bool> seen;
+        for (int round = 0; round < 2; ++round) {
+            while (FPath* entry = entries->next()) {
+                FString name(entry->getName());
+                seen[name.text8()] = entry->isFolder();
+                EXPECT_EQ(files_->fileExists(*entry), entry->isFile());
+                EXPECT_EQ(files_->folderExists(*entry), entry->isFolder());
+                EXPECT_EQ(entry->isFile() ? files_->getFileSize(*entry) : 0, entry->getCachedSize());
+            }
+            entries->reset();
+        }
+        const std::map<std::string, bool> root{{"file.wav", false}, {"sub", true}};
+        const std::map<std::string, bool> sub{{"deep", true}, {"inner.wav", false}};
+        EXPECT_EQ(seen, folder.empty() ? root : sub);
+    }
+}
+
+TEST_F(FPluginFileSystemTest, CountsFilesAndFolders) {
+    std::int64_t size = 100;
+    EXPECT_EQ(files_->countFiles(in(""), false, true, &size), 3);
+    EXPECT_EQ(size, 109); // added
+    EXPECT_EQ(files_->countFiles(in(""), true, true, nullptr), 5);
+    EXPECT_EQ(files_->countFiles(in(""), false, false, nullptr), 1);
+    EXPECT_EQ(files_->countFiles(in("sub"), true, false, nullptr), 2);
+    EXPECT_EQ(files_->countFiles(in("x", "missing.pak"), true, true, nullptr), 0);
+}
+
+TEST_F(FPluginFileSystemTest, ChangesGoToTheVolume) {
+    state_.canWrite = true;
+    FNPath path = in("sub\\new.wav");
+    FStream* stream = files_->createFile(path, FileOpenMode::write, nullptr);
+    ASSERT_NE(stream, nullptr);
+    EXPECT_EQ(stream->write("x", 1), 1);
+    EXPECT_EQ(mount()->getOpenCount(), 1);
+    files_->closeStream(stream);
+    EXPECT_TRUE(files_->deleteFile(in("file.wav")));
+    EXPECT_TRUE(files_->createFolder(in("f\\g")));
+    EXPECT_TRUE(files_->deleteFolder(in("sub")));
+    EXPECT_TRUE(files_->rename(path, FString("newer.wav")));
+    EXPECT_TRUE(path.getName() == "newer.wav");
+    FString whole;
+    in("elsewhere\\x").getFullPath(whole);
+    EXPECT_TRUE(files_->rename(path, whole));
+    EXPECT_FALSE(files_->rename(path, FString()));
+    const std::vector<std::u16string> expected = {u"create sub\\new.wav",
+                                                  u"delete file.wav",
+                                                  u"folder f\\g",
+                                                  u"delete folder sub",
+                                                  u"rename sub\\new.wav to sub\\newer.wav",
+                                                  u"rename sub\\newer.wav to elsewhere\\x"};
+    EXPECT_EQ(state_.changes, expected);
+}
+
+TEST_F(FPluginFileSystemTest, WithoutTheBitForWritingNothingChanges) {
+    FNPath path = in("file.wav");
+    EXPECT_EQ(files_->createFile(path, FileOpenMode::write, nullptr), nullptr);
+    EXPECT_FALSE(files_->deleteFile(path));
+    EXPECT_FALSE(files_->createFolder(path));
+    EXPECT_FALSE(files_->deleteFolder(path));
+    EXPECT_FALSE(files_->rename(path, FString("x")));
+    EXPECT_TRUE(state_.changes.empty());
+    // Nor through a stream that was opened.
+    FStream* stream = files_->openFile(path, FileOpenMode::read | FileOpenMode::write, nullptr);
+    ASSERT_NE(stream, nullptr);
+    EXPECT_LT(stream->write("x", 1), 1);
+    files_->closeStream(stream);
+}
+
+TEST_F(FPluginFileSystemTest, WithoutTheBitForReadingNothingIsRead) {
+    state_.canRead = false;
+    EXPECT_EQ(read(in("file.wav")), "none");
+    EXPECT_FALSE(files_->fileExists(in("file.wav")));
+    EXPECT_FALSE(files_->folderExists(in("sub")));
+    EXPECT_EQ(files_->getFileSize(in("file.wav")), -1);
+    EXPECT_NE(mount(), nullptr);
+}
+
+TEST_F(FPluginFileSystemTest, WithoutTheBitForIteratingNothingIsListed) {
+    state_.canIterate = false;
+    EXPECT_EQ(files_->newIterator(in(""), false), nullptr);
+    EXPECT_EQ(files_->countFiles(in(""), true, true, nullptr), -1);
+    EXPECT_EQ(read(in("file.wav")), "12345");
+}
+
+TEST_F(FPluginFileSystemTest, ClosedItAnswersWithNothing) {
+    const FRefPtr<FPluginFileSystem> mounted(mount());
+    mounted->close();
+    EXPECT_EQ(state_.volumes, 0);
+    EXPECT_FALSE(mounted->fileExists(in("file.wav")));
+    EXPECT_EQ(mounted->newIterator(in(""), false), nullptr);
+    mounted->closeStream(nullptr);
+}
+
+} // namespace
+} // namespace tessera::test
