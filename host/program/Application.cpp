@@ -124,7 +124,7 @@ Complaint Application::loadModule(const std::string& path) {
         return "a module is loaded already; use: start";
     }
     Complaint complaint;
-    module_ = GuestModule::load(core_->watch, path, &complaint);
+    module_ = GuestModule::load(core_->watch, context_->unknown(), path, &complaint);
     return module_ == nullptr ? complaint : startModule();
 }
 
@@ -132,7 +132,7 @@ Complaint Application::startModule() {
     if (module_ == nullptr) {
         return "no module is loaded; give one with --module";
     }
-    const Complaint complaint = module_->start(context_->unknown());
+    const Complaint complaint = module_->start();
     settle();
     if (complaint.empty()) {
         say("module: " + module_->title());

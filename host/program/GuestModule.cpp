@@ -1,16 +1,19 @@
 #include "host/program/GuestModule.h"
 
-#include "foundation/object/FRefPtr.h"
+#include "components/FModule.h"
+#include "components/HostContext.h"
+#include "foundation/text/FString.h"
 #include "host/objects/GuestCall.h"
-#include "shell/hostapi/ClassInfo.h"
-#include "shell/hostapi/ClassInfoEx.h"
-#include "shell/hostapi/FactoryInfo.h"
-#include "shell/hostapi/IModuleFactory2.h"
+#include "host/text/Text16.h"
+#include "persistence/paths/FNPath.h"
+#include "platform/DynamicLibrary.h"
+#include "platform/NativePath.h"
 #include "shell/hostapi/ModuleExports.h"
 
 #include <algorithm>
 #include <cstddef>
-#include <string_view>
+#include <filesystem>
+#include <optional>
 #include <utility>
 
 namespace tessera::host {
@@ -22,87 +25,91 @@ std::string fieldText(const char (&field)[size]) {
     return std::string(field, std::find(field, field + size, '\0'));
 }
 
-template <class Function>
-Function functionOf(const platform::DynamicLibrary& library, const char* name) {
-    return reinterpret_cast<Function>(library.symbol(name));
+std::string utf8Of(const FStringRef& text) {
+    return toUtf8(FString(text).text16()).value_or(std::string());
+}
+
+FNPath pathOf(const std::filesystem::path& native, PathKind kind) {
+    const std::optional<std::u16string> text = platform::fromNativePath(native.string());
+    return FNPath(FStringRef(text ? text->c_str() : u""), kind);
+}
+
+// Why the registry didn't take it: the library once more, step by step.
+Complaint whyNoModule(const std::string& path) {
+    std::string reason;
+    const std::optional<platform::DynamicLibrary> library = platform::DynamicLibrary::load(path.c_str(), &reason);
+    if (!library) {
+        return "the module \"" + path + "\" can't be loaded (" + reason + "); give another one with --module";
+    }
+    const auto initDll = reinterpret_cast<InitDllFunction>(library->symbol(kInitDllName));
+    if (library->symbol(kGetPluginFactoryName) == nullptr || (initDll != nullptr && !initDll())) {
+        return "\"" + path + "\" is no module: it lacks the function " + kGetPluginFactoryName +
+               " or refused to start; give another one with --module";
+    }
+    return "the module \"" + path + "\" gave no factory";
 }
 
 } // namespace
 
-std::unique_ptr<GuestModule> GuestModule::load(std::shared_ptr<GuestWatch> watch, const std::string& path,
-                                               Complaint* complaint) {
-    std::string reason;
-    std::optional<platform::DynamicLibrary> library = platform::DynamicLibrary::load(path.c_str(), &reason);
-    if (!library) {
-        *complaint = "the module \"" + path + "\" can't be loaded (" + reason + "); give another one with --module";
-        return nullptr;
-    }
-    const auto getFactory = functionOf<GetPluginFactoryFunction>(*library, kGetPluginFactoryName);
-    const auto initDll = functionOf<InitDllFunction>(*library, kInitDllName);
-    if (getFactory == nullptr || (initDll != nullptr && !initDll())) {
-        *complaint = "\"" + path + "\" is no module: it lacks the function " + kGetPluginFactoryName +
-                     " or refused to start; give another one with --module";
-        return nullptr;
-    }
-    std::unique_ptr<GuestModule> module(new GuestModule(std::move(watch), std::move(*library)));
-    module->factory_ = getFactory();
-    *complaint = module->factory_ == nullptr ? "the module \"" + path + "\" gave no factory" : module->findService();
+std::unique_ptr<GuestModule> GuestModule::load(std::shared_ptr<GuestWatch> watch, IBaseUnknown* context,
+                                               const std::string& path, Complaint* complaint) {
+    std::unique_ptr<GuestModule> module(new GuestModule(std::move(watch)));
+    setHostContext(context);
+    *complaint = module->find(path);
     return complaint->empty() ? std::move(module) : nullptr;
 }
 
-GuestModule::GuestModule(std::shared_ptr<GuestWatch> watch, platform::DynamicLibrary library)
-    : watch_(std::move(watch)), library_(std::move(library)) {}
+GuestModule::GuestModule(std::shared_ptr<GuestWatch> watch)
+    : watch_(std::move(watch)), registry_(FRefPtr<FComponentRegistry>::adopt(new FComponentRegistry)) {
+    registry_->acceptCategory(kServiceCategory);
+    registry_->acceptCategory("VirtualFileSystem");
+    services_.addCategory(kServiceCategory, registry_.get());
+}
 
 GuestModule::~GuestModule() {
     stop();
-    if (plugin_ != nullptr) {
-        plugin_->release();
+    object_.reset();
+    if (module_) {
+        module_->unuse();
     }
-    if (factory_ != nullptr) {
-        factory_->release();
-    }
-    if (const auto exitDll = functionOf<ExitDllFunction>(library_, kExitDllName)) {
-        exitDll();
-    }
+    setHostContext(nullptr);
 }
 
-Complaint GuestModule::findService() {
-    for (int index = 0; index < factory_->classCount(); ++index) {
-        ClassInfo info;
-        if (factory_->describeClass(index, &info) != kResultOk || fieldText(info.category) != kServiceCategory) {
-            continue;
-        }
-        void* object = nullptr;
-        if (factory_->createObject(info.classId, IBaseUnknown::iid, &object) != kResultOk || object == nullptr) {
-            return "the module's class \"" + fieldText(info.name) + "\" could not be created";
-        }
-        plugin_ = static_cast<IPlugin*>(object);
-        describe(index);
-        return {};
+Complaint GuestModule::find(const std::string& path) {
+    std::error_code ignored;
+    const std::filesystem::path file = std::filesystem::canonical(path, ignored);
+    const FNPath filter = pathOf(file, PathKind::file);
+    if (registry_->scanFolder(pathOf(file.parent_path(), PathKind::folder), &filter) == 0) {
+        return whyNoModule(path);
     }
-    return "the module offers no class of the category \"" + std::string(kServiceCategory) +
-           "\"; it is for other hosts";
+    FComponentRegistry::Components services;
+    if (!registry_->getCategory(kServiceCategory, services)) {
+        return "the module offers no class of the category \"" + std::string(kServiceCategory) +
+               "\"; it is for other hosts";
+    }
+    service_ = services.front();
+    module_ = service_->getModule();
+    // So that nothing that it does too late, by mistake, runs into code that is gone.
+    module_->use();
+    return {};
 }
 
-void GuestModule::describe(int index) {
-    FactoryInfo factoryInfo;
-    factory_->describeFactory(&factoryInfo);
-    ClassInfoEx info;
-    const FRefPtr<IModuleFactory2> longer = queryFor<IModuleFactory2>(factory_);
-    if (longer && longer->describeClassEx(index, &info) == kResultOk) {
-        title_ = fieldText(info.name) + " " + fieldText(info.version) + " by " + fieldText(factoryInfo.vendor);
-    }
+std::string GuestModule::title() const {
+    return utf8Of(service_->getName()) + " " + utf8Of(service_->getVersion()) + " by " +
+           fieldText(module_->getInfo().vendor);
 }
 
-Complaint GuestModule::start(IBaseUnknown* context) {
-    if (isRunning_) {
+Complaint GuestModule::start() {
+    if (isRunning()) {
         return "the module runs already";
     }
     watch_->setLife(GuestLife::running);
-    const FResult result = callGuest(
-        *watch_, "IPlugin.initialize", [&] { return plugin_->initialize(context); }, kResultFailure);
-    isRunning_ = result == kResultOk;
-    if (!isRunning_) {
+    // An earlier start may have been refused.
+    service_->setAvailable(true);
+    object_.reset();
+    callGuest(*watch_, "IPlugin.initialize", [&] { services_.start(); });
+    object_ = services_.getRunning(0);
+    if (!isRunning()) {
         watch_->setLife(GuestLife::terminated);
         return "the module doesn't work in this host; start it as an admitted one with --name and --host-version";
     }
@@ -110,11 +117,10 @@ Complaint GuestModule::start(IBaseUnknown* context) {
 }
 
 void GuestModule::stop() {
-    if (!isRunning_) {
+    if (!isRunning()) {
         return;
     }
-    callGuest(*watch_, "IPlugin.terminate", [&] { plugin_->terminate(); });
-    isRunning_ = false;
+    callGuest(*watch_, "IPlugin.terminate", [&] { services_.stop(); });
     watch_->setLife(GuestLife::terminated);
     watch_->bury();
 }
