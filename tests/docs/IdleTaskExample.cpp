@@ -17,7 +17,7 @@ void runUntil(const bool& ended) {
     FIdleTimer idle; // ticks on the thread that made it
     while (!ended) {
         platform::runDueTimers();
-        FThread::sleep(static_cast<std::uint32_t>(platform::millisecondsToNextTimer()));
+        FThread::sleep(10);
     }
 }
 
