@@ -13,6 +13,7 @@ FMetaClass FGlobalDefaultPool::metaClass("FGlobalDefaultPool", &FDefaultPool::me
 
 FMetaClass CmTime::metaClass("CmTime", &CmObject::metaClass, &createCmObject<CmTime>);
 FMetaClass CmDate::metaClass("CmDate", &CmObject::metaClass, &createCmObject<CmDate>);
-FMetaClass UFormatedValue::metaClass("UFormatedValue", &UValue::metaClass, &createCmObject<UFormatedValue>);
+// Known by name, and not created by it: it shows what a program sets, and isn't saved.
+FMetaClass UFormatedValue::metaClass("UFormatedValue", &UValue::metaClass, nullptr);
 
 } // namespace tessera

@@ -33,6 +33,9 @@ inline void expectSoundRecord(const ClassFactory& registry, const FMetaClass& re
     if (object) {
         EXPECT_EQ(object->getReferenceCount(), 1u);
         EXPECT_TRUE(object->isTypeOf("CmObject", true));
+        EXPECT_TRUE(object->isTypeOf("FObject", true));
+        EXPECT_FALSE(object->isTypeOf(nullptr, true));
+        EXPECT_FALSE(object->isTypeOf(nullptr, false));
         EXPECT_EQ(registry.findByName(object->getClassName()), object->getMetaClass());
     }
 }

@@ -36,17 +36,21 @@ public:
     int applied = 0;
 };
 
-TEST(UFormatedValue, IsCreatedByNameAndIsAValue) {
-    const auto object = FRefPtr<CmObject>::adopt(ClassFactory::getInstance(true)->createObject("UFormatedValue"));
-    auto* const value = cmCast<UFormatedValue>(object.get());
-    ASSERT_NE(value, nullptr);
-    EXPECT_STREQ(value->getClassName(), "UFormatedValue");
-    EXPECT_TRUE(value->isTypeOf("UValue", true));
-    EXPECT_TRUE(value->isTypeOf("Binding::Value", true));
-    EXPECT_FALSE(value->isTypeOf("UIntValue", true));
-    EXPECT_FALSE(value->isTypeOf(nullptr, true));
-    EXPECT_EQ(value->getState(), 0x201u);
-    EXPECT_EQ(shown(*value), "0.0.0");
+TEST(UFormatedValue, IsAValue) {
+    const UFormatedValue value;
+    EXPECT_STREQ(value.getClassName(), "UFormatedValue");
+    EXPECT_TRUE(value.isTypeOf("UValue", true));
+    EXPECT_TRUE(value.isTypeOf("Binding::Value", true));
+    EXPECT_FALSE(value.isTypeOf("UIntValue", true));
+    EXPECT_FALSE(value.isTypeOf(nullptr, true));
+    EXPECT_EQ(value.getState(), 0x201u);
+    EXPECT_EQ(shown(value), "0.0.0");
+}
+
+TEST(UFormatedValue, IsKnownByNameAndNotCreatedByIt) {
+    const ClassFactory& registry = *ClassFactory::getInstance(true);
+    EXPECT_EQ(registry.findByName("UFormatedValue"), &UFormatedValue::metaClass);
+    EXPECT_EQ(registry.createInstance("UFormatedValue"), nullptr);
 }
 
 TEST(UFormatedValue, KindsAreNumberedInTheOrderOfTheirForms) {
