@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <new>
 #include <utility>
 
 namespace tessera {
@@ -196,11 +195,13 @@ bool CmHashTable::rehash(std::int32_t size) {
     if (size < 1 || size > kMaximumSize) {
         return false;
     }
-    std::unique_ptr<Bucket[]> buckets(new (std::nothrow) Bucket[static_cast<std::size_t>(size)]);
+    // Zeroed by the system and not by us: of a large block only the buckets that are used take memory. The size may
+    // come from a stream that holds nothing else.
+    Buckets buckets(static_cast<Bucket*>(std::calloc(static_cast<std::size_t>(size), sizeof(Bucket))));
     if (buckets == nullptr) {
         return false;
     }
-    const std::unique_ptr<Bucket[]> old = std::exchange(buckets_, std::move(buckets));
+    const Buckets old = std::exchange(buckets_, std::move(buckets));
     const std::int32_t oldSize = std::exchange(size_, size);
     for (std::int32_t index = 0; index < oldSize; ++index) {
         for (Node* node = old[index].head; node != nullptr;) {

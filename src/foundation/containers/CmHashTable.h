@@ -7,6 +7,9 @@
 
 #include "foundation/containers/CmContainer.h"
 
+#include <cstdlib>
+#include <memory>
+
 namespace tessera {
 
 class CmHashTable : public CmClass<CmHashTable, CmContainer> {
@@ -51,11 +54,16 @@ private:
         Node* next;
         CmObject* element;
     };
+    // All zero when empty.
     struct Bucket {
-        std::int32_t count = 0;
-        Node* head = nullptr;
-        Node* tail = nullptr;
+        std::int32_t count;
+        Node* head;
+        Node* tail;
     };
+    struct FreeBlock {
+        void operator()(Bucket* block) const { std::free(block); }
+    };
+    using Buckets = std::unique_ptr<Bucket[], FreeBlock>;
     struct Position {
         std::int32_t bucket = 0;
         Node* before = nullptr;
@@ -73,7 +81,7 @@ private:
 
     bool autoGrow_;
     std::int32_t count_ = 0;
-    std::unique_ptr<Bucket[]> buckets_;
+    Buckets buckets_;
     HashFunction hashFunction_;
 };
 

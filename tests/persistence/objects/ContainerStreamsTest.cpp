@@ -11,6 +11,7 @@
 #include "persistence/streams/FMemoryStream.h"
 #include "tests/foundation/containers/TestNumber.h"
 
+#include <fstream>
 #include <string>
 
 namespace tessera::test {
@@ -105,6 +106,33 @@ TEST_F(ContainerStreams, AHashTableAboveTheLargestIsRefused) {
     EXPECT_FALSE(readFrom(table, "\x01\0\x10\0"s + "\0\0"s + "\0\0\0\0"s));
     EXPECT_FALSE(readFrom(table, "\xff\xff\xff\x7f"s + "\0\0"s + "\0\0\0\0"s));
     EXPECT_EQ(table.getCapacity(), 10);
+}
+
+// In pages; 0 where the system doesn't tell.
+long residentPages() {
+    long all = 0;
+    long resident = 0;
+    std::ifstream("/proc/self/statm") >> all >> resident;
+    return resident;
+}
+
+TEST_F(ContainerStreams, HashTablesOfTheLargestSizeTakeNoMemoryForEmptyBuckets) {
+    if (residentPages() == 0) {
+        GTEST_SKIP() << "the system doesn't tell how much memory is in use";
+    }
+    constexpr char kTables = 40;
+    std::string bytes = "\x01\0"s + std::string(1, kTables) + "\0\0\0"s;
+    for (int i = 0; i < kTables; ++i) {
+        bytes +=
+            "\x0c\0\0\0"s + "CmHashTable\0"s + "\0\0\x10\0"s + "\x01\0"s + "\x01\0\0\0"s + number(static_cast<char>(i));
+    }
+    const long before = residentPages();
+    CmLinkedList tables;
+    ASSERT_TRUE(readFrom(tables, bytes));
+    ASSERT_EQ(tables.getCount(), kTables);
+    EXPECT_EQ(static_cast<CmHashTable*>(tables.at(0))->getCapacity(), CmHashTable::kMaximumSize);
+    // A million buckets each would be a gigabyte together.
+    EXPECT_LT(residentPages() - before, 25000);
 }
 
 template <class Container>
