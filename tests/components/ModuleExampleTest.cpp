@@ -4,39 +4,22 @@
 #include "components/ComponentDoubles.h"
 #include "components/FModule.h"
 #include "components/ModuleRecord.h"
+#include "support/PageExample.h"
 #include "support/SettingsFolder.h"
 
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <iterator>
-
 namespace tessera {
 namespace {
 
-constexpr char kGroup[] = "Components\\Module Cache\\\\opt\\audio\\TesseraExchange.shlb";
+using testing_support::pageDocument;
 
-// The block behind the mark, with the line ends of a document; empty without one.
-std::string example() {
-    std::ifstream file(FILE_FORMATS, std::ios::binary);
-    const std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-    const std::string start = "<!-- example: module -->\n```xml\n";
-    const std::size_t found = text.find(start);
-    if (found == std::string::npos) {
-        return {};
-    }
-    const std::size_t from = found + start.size();
-    std::string result;
-    for (const char c : text.substr(from, text.find("```", from) - from)) {
-        result += c == '\n' ? "\r\n" : std::string(1, c);
-    }
-    return result;
-}
+constexpr char kGroup[] = "Components\\Module Cache\\\\opt\\audio\\TesseraExchange.shlb";
 
 TEST(ModuleExample, IsWhatOurModuleSaysAndIsWrittenAsItStands) {
     const test::SettingsFolder settings;
     const std::string file = std::string("Defaults/") + groupFileName(kGroup).text8() + ".xml";
-    settings.scratch().write(file, example());
+    settings.scratch().write(file, pageDocument("module"));
     const auto pool = FRefPtr<FGlobalDefaultPool>::adopt(new FGlobalDefaultPool);
     pool->setFiles(FGlobalDefaultPool::Files::split);
     pool->load();
@@ -60,7 +43,7 @@ TEST(ModuleExample, IsWhatOurModuleSaysAndIsWrittenAsItStands) {
 
     ASSERT_TRUE(writeModuleRecord(*group, told));
     EXPECT_TRUE(pool->save(FGlobalDefaultPool::RunSavers::no));
-    EXPECT_EQ(settings.scratch().read(file), example());
+    EXPECT_EQ(settings.scratch().read(file), pageDocument("module"));
 }
 
 } // namespace

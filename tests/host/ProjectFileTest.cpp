@@ -4,6 +4,7 @@
 #include "host/model/SafeSave.h"
 #include "host/text/Text16.h"
 #include "shell/hostapi/IProjectOpener.h"
+#include "support/PageExample.h"
 
 #include <filesystem>
 #include <fstream>
@@ -251,6 +252,19 @@ TEST_F(ProjectFileTest, TheDocumentNamesAClipOnceAndItsEventsRefer) {
     const auto reopened = makeApplication();
     ASSERT_EQ(reopened->openProject(path("project/project.tesxproject")), "");
     EXPECT_EQ(reopened->project()->eventByNumber(1)->part(), reopened->project()->eventByNumber(2)->part());
+}
+
+TEST_F(ProjectFileTest, TheExampleOfThePageIsReadAndWrittenAsItStands) {
+    const std::string text = testing_support::pageDocument("project.tesxproject");
+    std::filesystem::create_directories(path("project/Audio"));
+    makeSound("project/Audio/take.wav", 6000);
+    std::ofstream(path("project/project.tesxproject"), std::ios::binary) << text;
+    ASSERT_EQ(host().openProject(path("project/project.tesxproject")), "");
+    EXPECT_EQ(event(1)->place().start, 1.5);
+    EXPECT_EQ(event(1)->place().offset, 2);
+    EXPECT_FALSE(event(2)->isAudio());
+    ASSERT_EQ(host().saveProject(""), "");
+    EXPECT_EQ(renumbered(contentOf(path("project/project.tesxproject"))), text);
 }
 
 TEST_F(ProjectFileTest, ATextThatNoDocumentCanHoldIsToldBeforeAnythingIsWritten) {

@@ -2,30 +2,14 @@
 #include "AutoSaverDouble.h"
 #include "DefaultsFixture.h"
 #include "appservices/defaults/GroupFileName.h"
+#include "support/PageExample.h"
 
-#include <fstream>
-#include <iterator>
 #include <string>
 
 namespace tessera::test {
 namespace {
 
-// The block behind the mark, with the line ends of a document; empty without one.
-std::string example(const std::string& name) {
-    std::ifstream file(FILE_FORMATS, std::ios::binary);
-    const std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-    const std::string start = "<!-- example: " + name + " -->\n```xml\n";
-    const std::size_t found = text.find(start);
-    if (found == std::string::npos) {
-        return {};
-    }
-    const std::size_t from = found + start.size();
-    std::string result;
-    for (const char c : text.substr(from, text.find("```", from) - from)) {
-        result += c == '\n' ? "\r\n" : std::string(1, c);
-    }
-    return result;
-}
+using testing_support::pageDocument;
 
 class Browser : public AutoSaverDouble {
 public:
@@ -52,7 +36,7 @@ protected:
 };
 
 TEST_F(SettingsExamples, TheOneFileIsReadAndWrittenAsItStands) {
-    const std::string text = example("Defaults.xml");
+    const std::string text = pageDocument("Defaults.xml");
     user_.write("Defaults.xml", text);
     const auto pool = newPool(Files::one);
     pool->registerAutoSaver(&browser_);
@@ -71,8 +55,8 @@ TEST_F(SettingsExamples, TheOneFileIsReadAndWrittenAsItStands) {
 TEST_F(SettingsExamples, TheFilesOfOneGroupEachAreReadAndWrittenAsTheyStand) {
     const std::string file = std::string("Defaults/") + groupFileName("Mixer").text8() + ".xml";
     EXPECT_EQ(file, "Defaults/709F0E10529E0ED7B4840B3BFEB5B58E.xml");
-    user_.write(file, example("group"));
-    user_.write("Defaults/AutoSaver.xml", example("AutoSaver.xml"));
+    user_.write(file, pageDocument("group"));
+    user_.write("Defaults/AutoSaver.xml", pageDocument("AutoSaver.xml"));
     const auto pool = newPool(Files::split);
     pool->registerAutoSaver(&browser_);
     ASSERT_TRUE(pool->load());
@@ -80,8 +64,8 @@ TEST_F(SettingsExamples, TheFilesOfOneGroupEachAreReadAndWrittenAsTheyStand) {
     expectMixer(*pool);
     EXPECT_EQ(browser_.width, 320);
     EXPECT_TRUE(pool->save(RunSavers::no));
-    EXPECT_EQ(user_.read(file), example("group"));
-    EXPECT_EQ(user_.read("Defaults/AutoSaver.xml"), example("AutoSaver.xml"));
+    EXPECT_EQ(user_.read(file), pageDocument("group"));
+    EXPECT_EQ(user_.read("Defaults/AutoSaver.xml"), pageDocument("AutoSaver.xml"));
 }
 
 } // namespace

@@ -1,29 +1,18 @@
 // The example of docs/file-formats.md is a file that the table reads.
 #include "appservices/translation/TranslationTable.h"
+#include "support/PageExample.h"
 
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <iterator>
 #include <string>
 
 namespace tessera {
 namespace {
 
-std::string example(const std::string& name) {
-    std::ifstream file(FILE_FORMATS, std::ios::binary);
-    const std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-    const std::string start = "<!-- example: " + name + " -->\n```xml\n";
-    const std::size_t found = text.find(start);
-    if (found == std::string::npos) {
-        return {};
-    }
-    const std::size_t from = found + start.size();
-    return text.substr(from, text.find("```", from) - from);
-}
+using testing_support::pageExample;
 
 TEST(TranslationExamples, TheFileIsReadAsItIsDescribed) {
-    const std::string text = example("translation.xml");
+    const std::string text = pageExample("translation.xml");
     TranslationTable table;
     table.setLanguage("de");
     ASSERT_TRUE(table.loadFromMemory(text.data(), text.size()));
@@ -38,7 +27,7 @@ TEST(TranslationExamples, TheFileIsReadAsItIsDescribed) {
 }
 
 TEST(TranslationExamples, WithoutATextTheKeyIsShown) {
-    const std::string text = example("translation.xml");
+    const std::string text = pageExample("translation.xml");
     TranslationTable table;
     table.setLanguage("fr");
     ASSERT_TRUE(table.loadFromMemory(text.data(), text.size()));

@@ -3,41 +3,19 @@
 #include "persistence/attributes/FXmlInstance.h"
 #include "persistence/objects/FObjectDocument.h"
 #include "persistence/streams/FMemoryStream.h"
+#include "support/PageExample.h"
 
 #include <gtest/gtest.h>
 
-#include <cctype>
-#include <fstream>
-#include <iterator>
-#include <sstream>
 #include <string>
 
 namespace tessera {
 namespace {
 
-// The bytes of the block behind the mark: pairs of digits up to the first two blanks of each line.
-std::string exampleBytes() {
-    std::ifstream file(FILE_FORMATS, std::ios::binary);
-    const std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-    const std::string start = "<!-- example: binary -->\n```text\n";
-    const std::size_t from = text.find(start);
-    if (from == std::string::npos) {
-        return {};
-    }
-    std::istringstream lines(
-        text.substr(from + start.size(), text.find("```\n", from + start.size()) - from - start.size()));
-    std::string bytes;
-    for (std::string line; std::getline(lines, line);) {
-        std::istringstream digits(line.substr(0, line.find("  ")));
-        for (std::string pair; digits >> pair;) {
-            bytes += static_cast<char>(std::stoi(pair, nullptr, 16));
-        }
-    }
-    return bytes;
-}
+using testing_support::pageBytes;
 
 TEST(BinaryExample, IsReadAndWrittenAsItStands) {
-    std::string bytes = exampleBytes();
+    std::string bytes = pageBytes("binary");
     ASSERT_FALSE(bytes.empty());
     FMemoryStream stream(bytes.data(), static_cast<std::int32_t>(bytes.size()));
     FObjectDocument document;
@@ -61,7 +39,7 @@ TEST(BinaryExample, IsReadAndWrittenAsItStands) {
 }
 
 TEST(BinaryExample, ADocumentOfBothFormsHasTheSameContent) {
-    std::string bytes = exampleBytes();
+    std::string bytes = pageBytes("binary");
     FMemoryStream stream(bytes.data(), static_cast<std::int32_t>(bytes.size()));
     FObjectDocument document;
     ASSERT_TRUE(document.loadBinary(stream));

@@ -2,6 +2,7 @@
 #include "foundation/containers/CmArray.h"
 #include "foundation/containers/CmString.h"
 #include "persistence/objects/DocumentSupport.h"
+#include "support/PageExample.h"
 
 #include <gtest/gtest.h>
 
@@ -9,26 +10,10 @@ namespace tessera {
 namespace {
 
 using namespace test;
-
-// The block behind the mark, with the line ends of a document; empty without one.
-std::string example(const std::string& name) {
-    std::ifstream file(FILE_FORMATS, std::ios::binary);
-    const std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-    const std::string start = "<!-- example: " + name + " -->\n```xml\n";
-    const std::size_t found = text.find(start);
-    if (found == text.npos) {
-        return {};
-    }
-    const std::size_t from = found + start.size();
-    std::string result;
-    for (const char c : text.substr(from, text.find("```", from) - from)) {
-        result += c == '\n' ? "\r\n" : std::string(1, c);
-    }
-    return result;
-}
+using testing_support::pageDocument;
 
 TEST(DocumentExample, IsReadAndWrittenAsItStands) {
-    const std::string text = example("Project.xml");
+    const std::string text = pageDocument("Project.xml");
     FObjectDocument document;
     ASSERT_TRUE(load(document, text));
     // The one reference that leads nowhere loses its ID.
@@ -39,7 +24,7 @@ TEST(DocumentExample, IsReadAndWrittenAsItStands) {
 
 TEST(DocumentExample, HoldsWhatThePageSays) {
     FObjectDocument document;
-    ASSERT_TRUE(load(document, example("Project.xml")));
+    ASSERT_TRUE(load(document, pageDocument("Project.xml")));
     const FAttributes& view = *document.getTree("view");
     double gain = 0;
     EXPECT_TRUE(view.getFloat("gain", gain));
