@@ -1,7 +1,19 @@
 // tesx-host: a host for the module "Tessera Exchange", driven by commands from its arguments or from standard input.
+//
+// What it remembers lies in the user's folder for "tesx-host"; its texts come from "translation.xml" beside the
+// program.
+#include "appservices/defaults/FGlobalDefaultPool.h"
+#include "appservices/translation/TranslationHook.h"
+#include "appservices/translation/TranslationTable.h"
+#include "discovery/identity/ApplicationInfo.h"
 #include "host/program/Application.h"
 #include "host/program/LineReader.h"
 #include "host/program/ScriptCommands.h"
+#include "host/program/SettingsFile.h"
+#include "host/text/HostTexts.h"
+#include "host/text/Message.h"
+#include "host/text/Text16.h"
+#include "persistence/objects/PersistenceHooks.h"
 
 #include <CLI/CLI.hpp>
 #include <cstdlib>
@@ -12,6 +24,7 @@
 
 namespace {
 
+using namespace tessera;
 using namespace tessera::host;
 
 struct Options {
@@ -40,9 +53,8 @@ std::string findModule(const char* program) {
     return (folder / kModuleFiles[0]).string();
 }
 
-bool fail(const std::string& where, const Complaint& complaint) {
-    std::cerr << "tesx-host: " << where << complaint << std::endl;
-    return false;
+void tell(const std::string& line) {
+    std::cerr << "tesx-host: " << line << std::endl;
 }
 
 // True unless a command failed that must not.
@@ -52,7 +64,8 @@ bool runCommands(Application& application, const Options& options) {
     for (const std::string& command : options.commands) {
         const Complaint complaint = script.run(command);
         if (!complaint.empty()) {
-            allWell = fail("\"" + command + "\": ", complaint);
+            allWell = false;
+            tell("\"" + command + "\": " + complaint);
         }
         if (script.hasQuit() || (!allWell && !options.keepGoing)) {
             break;
@@ -78,7 +91,8 @@ bool runStandardInput(Application& application, const Options& options) {
         ++number;
         const Complaint complaint = script.run(*line);
         if (!complaint.empty()) {
-            allWell = fail("line " + std::to_string(number) + ": ", complaint);
+            allWell = false;
+            tell(message(hostTexts.inLine, number, complaint));
         }
     }
     return allWell;
@@ -89,7 +103,7 @@ int runHost(const Options& options) {
     if (!options.noModule) {
         const Complaint complaint = application.loadModule(options.module);
         if (!complaint.empty()) {
-            fail("", complaint + ", or work without one: --no-module");
+            tell(message(hostTexts.withoutModule, complaint));
             return EXIT_FAILURE;
         }
     }
@@ -98,23 +112,51 @@ int runHost(const Options& options) {
     return allWell ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 
+// Who this program is: its folders and its settings have its name.
+void takeName() {
+    applicationInfo().setProductName(kHostFolderName);
+    applicationInfo().setApplicationName(kHostFolderName);
+    applicationFoldersSource = []() -> IApplicationFolders* { return &applicationInfo(); };
+    FGlobalDefaultPool::setBaseName(kHostFolderName);
+}
+
+// Nobody is asked anything: a question is told, and answered with no.
+bool tellQuestion(const FStringRef& question, const FStringRef&, const FStringRef&) {
+    FString text(question);
+    text.toWide();
+    tell(toUtf8(text.view16()).value_or(""));
+    return false;
+}
+
+void loadLanguage() {
+    persistenceHooks.ask = tellQuestion;
+    installTranslation();
+    TranslationTable::getInstance()->load(false);
+}
+
+void addOptions(CLI::App& app, Options& options) {
+    app.add_option("-m,--module", options.module, message(hostTexts.moduleOption))->capture_default_str();
+    app.add_flag("--no-module", options.noModule, message(hostTexts.noModuleOption));
+    app.add_option("--name", options.settings.name, message(hostTexts.nameOption))->capture_default_str();
+    app.add_option("--host-version", options.settings.version, message(hostTexts.versionOption))->capture_default_str();
+    app.add_flag("-k,--keep-going", options.keepGoing, message(hostTexts.keepGoingOption));
+    app.add_option("-c,--command", options.commands, message(hostTexts.commandOption))->allow_extra_args(false);
+    app.footer(ScriptCommands::help() + message(hostTexts.inputFooter));
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
-    CLI::App app(
-        "Reference host for the module \"Tessera Exchange\": opens a project of tracks and audio events on real "
-        "sound files and drives the module on it.");
+    takeName();
+    loadLanguage();
+    CLI::App app(message(hostTexts.programHelp));
     Options options;
     options.settings.out = &std::cout;
     options.module = findModule(argv[0]);
-    app.add_option("-m,--module", options.module, "the module's file")->capture_default_str();
-    app.add_flag("--no-module", options.noModule, "load no module");
-    app.add_option("--name", options.settings.name, "what this host calls itself")->capture_default_str();
-    app.add_option("--host-version", options.settings.version, "which version it says it is")->capture_default_str();
-    app.add_flag("-k,--keep-going", options.keepGoing, "go on after a command that failed");
-    app.add_option("-c,--command", options.commands, "a command, in quotes; may be given again")
-        ->allow_extra_args(false);
-    app.footer(ScriptCommands::help() + "Without --command they are read from standard input.");
+    addOptions(app, options);
     CLI11_PARSE(app, argc, argv);
-    return runHost(options);
+    loadSettings(tell);
+    const int result = runHost(options);
+    saveSettings(tell);
+    return result;
 }

@@ -1,5 +1,8 @@
 #include "host/audio/AudioFormat.h"
 
+#include "host/text/HostTexts.h"
+#include "host/text/Message.h"
+
 #include <algorithm>
 #include <cctype>
 #include <filesystem>
@@ -96,15 +99,17 @@ bool hasKnownExtension(const std::string& path) {
 }
 
 std::string describe(const AudioFormat& format) {
-    std::string name = "sound file";
+    std::string name = message(hostTexts.soundFile);
     for (const FileType& type : kFileTypes) {
         if (type.major == (format.container & SF_FORMAT_TYPEMASK)) {
             name = type.name;
             break;
         }
     }
-    return name + ", " + factsOf(format.kind).name + ", " + std::to_string(format.channels) +
-           (format.channels == 1 ? " channel, " : " channels, ") + std::to_string(format.sampleRate) + " Hz";
+    const SampleKindFacts& facts = factsOf(format.kind);
+    const std::string kind = message(facts.isFloat ? hostTexts.floatBits : hostTexts.bits, facts.bits);
+    return message(format.channels == 1 ? hostTexts.formatMono : hostTexts.format, name, kind, format.channels,
+                   format.sampleRate);
 }
 
 std::int64_t largestDataBytes(int container) {

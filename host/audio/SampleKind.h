@@ -10,15 +10,13 @@ namespace tessera::host {
 enum class SampleKind : std::uint8_t { int8, int16, int24, int32, float32, float64 };
 
 struct SampleKindFacts {
-    const char* name;
     int bytes;
     int bits;
     bool isFloat;
 };
 
 inline constexpr SampleKindFacts kSampleKindFacts[] = {
-    {"8 bit", 1, 8, false},   {"16 bit", 2, 16, false},      {"24 bit", 3, 24, false},
-    {"32 bit", 4, 32, false}, {"32 bit float", 4, 32, true}, {"64 bit float", 8, 64, true},
+    {1, 8, false}, {2, 16, false}, {3, 24, false}, {4, 32, false}, {4, 32, true}, {8, 64, true},
 };
 
 constexpr const SampleKindFacts& factsOf(SampleKind kind) {

@@ -1,5 +1,8 @@
 #include "host/audio/SoundFileReader.h"
 
+#include "host/text/HostTexts.h"
+#include "host/text/Message.h"
+
 #include <algorithm>
 #include <filesystem>
 #include <sndfile.h>
@@ -21,23 +24,20 @@ std::unique_ptr<SoundFileReader> refuse(std::string* error, const std::string& r
 std::unique_ptr<SoundFileReader> SoundFileReader::open(const std::string& path, std::string* error) {
     std::error_code ignored;
     if (!std::filesystem::exists(path, ignored)) {
-        return refuse(error, "there is no file \"" + path + "\"");
+        return refuse(error, message(hostTexts.noSuchFile, path));
     }
     if (std::filesystem::is_directory(path, ignored)) {
-        return refuse(error, "\"" + path + "\" is a folder, not a sound file");
+        return refuse(error, message(hostTexts.folderNoSound, path));
     }
     SF_INFO info = {};
     sf_private_tag* const file = sf_open(path.c_str(), SFM_READ, &info);
     if (file == nullptr) {
-        return refuse(error, "\"" + path + "\" can't be read as a sound file (" + sf_strerror(nullptr) +
-                                 "); expected WAV, AIFF or FLAC");
+        return refuse(error, message(hostTexts.noSoundFile, path, sf_strerror(nullptr)));
     }
     const std::optional<SampleKind> kind = sampleKindOf(info.format);
     if (!kind || info.seekable == 0) {
         sf_close(file);
-        return refuse(error, "\"" + path +
-                                 "\" stores its samples in a lossy or streaming form; convert it to WAV, AIFF or FLAC "
-                                 "with 8, 16, 24 or 32 bits or float first");
+        return refuse(error, message(hostTexts.lossySound, path));
     }
     const AudioFormat format{info.format, *kind, info.channels, info.samplerate};
     return std::unique_ptr<SoundFileReader>(new SoundFileReader(file, format, info.frames));

@@ -1,6 +1,8 @@
 #include "host/audio/SoundFileWriter.h"
 
 #include "common/AiffHeader.h"
+#include "host/text/HostTexts.h"
+#include "host/text/Message.h"
 
 #include <algorithm>
 #include <sndfile.h>
@@ -22,7 +24,7 @@ std::unique_ptr<SoundFileWriter> SoundFileWriter::create(const std::string& path
     sf_private_tag* const file = sf_open(path.c_str(), SFM_WRITE, &info);
     if (file == nullptr) {
         if (error != nullptr) {
-            *error = "\"" + path + "\" can't be written as " + describe(format) + " (" + sf_strerror(nullptr) + ")";
+            *error = message(hostTexts.notWritableAs, path, describe(format), sf_strerror(nullptr));
         }
         return nullptr;
     }

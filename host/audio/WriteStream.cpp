@@ -1,6 +1,8 @@
 #include "host/audio/WriteStream.h"
 
 #include "host/audio/ReadStream.h"
+#include "host/text/HostTexts.h"
+#include "host/text/Message.h"
 
 #include <cstdio>
 #include <filesystem>
@@ -35,9 +37,7 @@ void WriteStream::noteSource(ReadStream& source) {
     const AudioFormat& format = source.format();
     sourceBytes_ += source.dataBytes();
     if (format.sampleRate != wanted_.sampleRate) {
-        core_->note("warning: audio of " + std::to_string(format.sampleRate) + " Hz goes into \"" + path_ +
-                    "\", which has " + std::to_string(wanted_.sampleRate) +
-                    " Hz: it will play at another speed; convert it first");
+        core_->note(message(hostTexts.otherRate, format.sampleRate, path_, wanted_.sampleRate));
     }
     if (sourceKnown_ || life_ != Life::reserved) {
         return;
@@ -66,7 +66,7 @@ bool WriteStream::begin() {
     std::string error;
     writer_ = SoundFileWriter::create(path_, *format, &error);
     if (writer_ == nullptr) {
-        core_->note("warning: " + error);
+        core_->note(message(hostTexts.warning, error));
         return false;
     }
     life_ = Life::writing;
@@ -74,9 +74,7 @@ bool WriteStream::begin() {
 }
 
 void WriteStream::giveUp() {
-    core_->note("warning: \"" + path_ +
-                "\" can't be written any further: the disk is full, or the sound longer than this kind of file can "
-                "hold; what was written is taken back");
+    core_->note(message(hostTexts.writingStopped, path_));
     writer_.reset();
     life_ = Life::failed;
     std::error_code ignored;

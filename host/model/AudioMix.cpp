@@ -3,6 +3,8 @@
 #include "host/audio/FrameShape.h"
 #include "host/audio/SoundFileReader.h"
 #include "host/audio/SoundFileWriter.h"
+#include "host/text/HostTexts.h"
+#include "host/text/Message.h"
 
 #include <algorithm>
 #include <cmath>
@@ -92,9 +94,7 @@ Complaint findFacts(const std::vector<std::shared_ptr<Event>>& events, MixFacts&
     for (const auto& event : events) {
         const AudioFormat& format = event->ownClip()->format();
         if (facts.sampleRate != 0 && facts.sampleRate != format.sampleRate) {
-            return "\"" + event->ownClip()->path() + "\" has " + std::to_string(format.sampleRate) +
-                   " Hz while other events have " + std::to_string(facts.sampleRate) +
-                   " Hz; convert one of them, the mix has one rate";
+            return message(hostTexts.differentRates, event->ownClip()->path(), format.sampleRate, facts.sampleRate);
         }
         facts.sampleRate = format.sampleRate;
         facts.channels = std::max(facts.channels, format.channels);
@@ -122,7 +122,7 @@ Complaint writeMix(std::vector<Voice>& voices, const MixFacts& facts, SoundFileW
         convertFrames(block.data(), {SampleKind::float64, facts.channels}, packed.data(), {kind, facts.channels},
                       frames);
         if (writer.write(frames, packed.data()) != frames) {
-            return "the export can't be written any further; is the disk full?";
+            return message(hostTexts.exportStopped);
         }
     }
     return {};
@@ -134,10 +134,10 @@ Complaint mixProject(Project& project, const std::string& path, const std::strin
     std::vector<std::shared_ptr<Event>> events = project.events();
     std::erase_if(events, [](const auto& event) { return !event->isAudio(); });
     if (events.empty()) {
-        return "the project has no audio to export; add a sound file first";
+        return message(hostTexts.nothingToExport);
     }
     if (!hasKnownExtension(path)) {
-        return "\"" + path + "\" doesn't say what kind of file it is; end the name in .wav, .aif or .flac";
+        return message(hostTexts.noKindOfFile, path);
     }
     MixFacts facts;
     if (const Complaint complaint = findFacts(events, facts); !complaint.empty()) {
@@ -156,7 +156,7 @@ Complaint mixProject(Project& project, const std::string& path, const std::strin
         }
     }
     if (!format) {
-        return "\"" + path + "\" can't hold " + std::to_string(facts.channels) + " channels; export to WAV";
+        return message(hostTexts.tooManyChannels, path, facts.channels);
     }
     const std::string unfinished = path + ".part";
     Complaint complaint;
@@ -169,7 +169,7 @@ Complaint mixProject(Project& project, const std::string& path, const std::strin
     std::error_code error;
     if (complaint.empty()) {
         std::filesystem::rename(unfinished, path, error);
-        complaint = error ? "\"" + path + "\" can't be replaced (" + error.message() + ")" : Complaint();
+        complaint = error ? message(hostTexts.notReplaced, path, error.message()) : Complaint();
     }
     if (!complaint.empty()) {
         std::filesystem::remove(unfinished, error);

@@ -1,6 +1,8 @@
 #include "host/model/AudioWriterFactory.h"
 
 #include "host/model/HostFile.h"
+#include "host/text/HostTexts.h"
+#include "host/text/Message.h"
 
 #include <cmath>
 #include <optional>
@@ -55,8 +57,7 @@ IAudioStream* AudioWriterFactory::create() {
     const AudioFormat wanted{0, *kind, channels_, static_cast<int>(std::lround(sampleRate_))};
     const std::shared_ptr<WriteStream> stream = WriteStream::create(core_, path_, wanted);
     if (stream == nullptr) {
-        core_->note("warning: \"" + path_ +
-                    "\" can't be written; is the folder there, and does the name end in .wav, " + ".aif or .flac?");
+        core_->note(message(hostTexts.notWritable, path_));
         return nullptr;
     }
     stream->addRef();

@@ -2,6 +2,8 @@
 
 #include "host/stored/StoredProject.h"
 #include "host/stored/StoredText.h"
+#include "host/text/HostTexts.h"
+#include "host/text/Message.h"
 #include "persistence/objects/FObjectDocument.h"
 #include "persistence/streams/FMemoryStream.h"
 
@@ -89,8 +91,7 @@ private:
 
     const std::string& checked(const std::string& text) {
         if (complaint_.empty() && !canBeStored(text)) {
-            complaint_ = "\"" + text.substr(0, 60) + "...\" is too long for a project file, or is no valid UTF-8; " +
-                         "give it another name and save again";
+            complaint_ = message(hostTexts.tooLong, text.substr(0, 60));
         }
         return text;
     }
@@ -125,8 +126,10 @@ public:
     }
 
 private:
-    bool complain(const std::string& text) {
-        complaint_ = "\"" + path_ + "\" " + text;
+    // The path is the first value of all these texts.
+    template <class... Values>
+    bool complain(TranslatedText& text, const Values&... values) {
+        complaint_ = message(text, path_, values...);
         return false;
     }
 
@@ -135,7 +138,7 @@ private:
         std::ifstream file(path_, std::ios::binary);
         const std::string bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
         if (!file) {
-            complain("can't be read; give the path of a project file (" + std::string(kProjectExtension) + ")");
+            complain(hostTexts.projectUnreadable, kProjectExtension);
             return nullptr;
         }
         const void* const data = bytes.data();
@@ -143,12 +146,11 @@ private:
         auto* const stored =
             document.loadDocument(stream, kRootTag) ? cmCast<StoredProject>(document.getObject(kRootName)) : nullptr;
         if (stored == nullptr) {
-            complain("is no project of tesx-host, or a damaged one; make a new one with: new FOLDER SOUNDFILE...");
+            complain(hostTexts.noProjectFile);
             return nullptr;
         }
         if (stored->version != StoredProject::kVersion) {
-            complain("was written by another version of tesx-host; expected version " +
-                     std::to_string(StoredProject::kVersion));
+            complain(hostTexts.otherVersion, StoredProject::kVersion);
             return nullptr;
         }
         return stored;
@@ -157,13 +159,13 @@ private:
     bool readPool(const StoredProject& stored, Project& project) {
         for (const FRefPtr<StoredClip>& clip : stored.pool) {
             if (!clip || clip->path.empty()) {
-                return complain("names something in its pool that is no path; mend the file by hand");
+                return complain(hostTexts.poolNeedsPath);
             }
             const std::string file = (folder_ / clip->path).lexically_normal().string();
             std::string error;
             const std::shared_ptr<AudioClip> opened = AudioClip::open(core_, file, &error);
             if (opened == nullptr) {
-                return complain("needs a sound file that can't be used: " + error);
+                return complain(hostTexts.soundUnusable, error);
             }
             parts_[clip.get()] = std::make_shared<AudioPart>(core_, opened);
             project.ownPool().addPart(parts_[clip.get()]);
@@ -174,14 +176,12 @@ private:
     bool readTracks(const StoredProject& stored, Project& project) {
         for (const FRefPtr<StoredTrack>& track : stored.tracks) {
             if (!track) {
-                return complain("holds something in place of a track; mend the file by hand");
+                return complain(hostTexts.noTrack);
             }
             const std::shared_ptr<Track> added = project.addTrack(track->name);
             for (const FRefPtr<StoredEvent>& event : track->events) {
                 if (!event || !readEvent(*event, *added)) {
-                    return complain(
-                        "holds an event on track \"" + added->name() +
-                        "\" without a clip of the pool or with times that are no numbers; mend the file by hand");
+                    return complain(hostTexts.badEvent, added->name());
                 }
             }
         }
@@ -223,13 +223,13 @@ Complaint saveProject(Project& project, Transport& transport, const std::string&
     }
     FObjectDocument document;
     FMemoryStream stream;
-    std::string reason = "there is no memory for it";
+    std::string reason = message(hostTexts.noMemory);
     if (document.addObject(kRootName, *stored) && document.saveDocument(stream, kRootTag)) {
         reason = safeSave(
             path, {reinterpret_cast<const char*>(stream.getData()), static_cast<std::size_t>(stream.getSize())}, steps);
     }
     if (!reason.empty()) {
-        return "\"" + path + "\" can't be saved (" + reason + "); what was there is unchanged, save to another place";
+        return message(hostTexts.projectNotSaved, path, reason);
     }
     project.setFilePath(fs::absolute(path).string());
     return {};

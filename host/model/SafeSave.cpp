@@ -1,5 +1,7 @@
 #include "host/model/SafeSave.h"
 
+#include "host/text/HostTexts.h"
+#include "host/text/Message.h"
 #include "host/text/Text16.h"
 #include "platform/Files.h"
 
@@ -20,7 +22,7 @@ public:
     std::string writeAndFlush(const std::string& path, std::string_view content) override {
         std::optional<std::u16string> name = toText16(path);
         if (!name) {
-            return "the name is no valid UTF-8";
+            return message(hostTexts.nameNotUtf8);
         }
         std::replace(name->begin(), name->end(), u'/', u'\\');
         platform::FileOpenFlags flags;

@@ -1,19 +1,20 @@
 #include "host/program/Application.h"
 
+#include "appservices/defaults/FGlobalDefaultPool.h"
 #include "host/model/AudioClipAccess.h"
 #include "host/model/AudioMix.h"
 #include "host/model/AudioWriterFactory.h"
 #include "host/model/ProjectFile.h"
 #include "host/services/ObjectTest.h"
+#include "host/text/HostTexts.h"
+#include "host/text/Message.h"
 #include "host/undo/PlaceChange.h"
 #include "platform/TemporaryFolder.h"
 
 #include <algorithm>
 #include <chrono>
 #include <filesystem>
-#include <iomanip>
 #include <ostream>
-#include <sstream>
 #include <thread>
 #include <utility>
 
@@ -26,17 +27,8 @@ constexpr char kEditCategory[] = "Tessera Exchange";
 constexpr char kEditName[] = "Edit in Tessera";
 constexpr std::chrono::milliseconds kTurnPause{5};
 
-constexpr char kNoProject[] = "no project is open; use: new FOLDER SOUNDFILE... or: open FILE";
-
 std::string noSuchEvent(int number, const Project& project) {
-    return "there is no event " + std::to_string(number) + "; the project has " +
-           std::to_string(project.events().size()) + ", see: show";
-}
-
-std::string seconds(double value) {
-    std::ostringstream text;
-    text << std::fixed << std::setprecision(3) << value;
-    return text.str();
+    return message(hostTexts.noSuchEvent, number, project.events().size());
 }
 
 std::string counted(std::size_t count, const std::string& thing) {
@@ -61,8 +53,9 @@ std::string fullPath(const std::string& path) {
 } // namespace
 
 Application::Application(const ApplicationSettings& settings)
-    : core_(std::make_shared<HostCore>()), out_(*settings.out) {
+    : core_(std::make_shared<HostCore>()), out_(*settings.out), settings_(*FGlobalDefaultPool::getInstance()) {
     core_->note = [this](const std::string& line) { say(line); };
+    // In English: it is for the makers of modules, and may come from any thread, while another language is chosen.
     core_->watch->setListener([this](const std::string& text) { say("misuse by the module: " + text); });
     projects_ = std::make_shared<ProjectList>(core_);
     selection_ = std::make_shared<Selection>(core_);
@@ -78,7 +71,7 @@ Application::Application(const ApplicationSettings& settings)
     context_ = std::make_shared<HostContext>(core_, settings.name, settings.version, [this](const std::string& path) {
         const Complaint complaint = openProject(path);
         if (!complaint.empty()) {
-            say("warning: the project that was asked for isn't opened: " + complaint);
+            say(message(hostTexts.projectNotOpened, complaint));
         }
         return complaint.empty();
     });
@@ -121,7 +114,7 @@ void Application::say(const std::string& line) {
 
 Complaint Application::loadModule(const std::string& path) {
     if (module_ != nullptr) {
-        return "a module is loaded already; use: start";
+        return message(hostTexts.moduleLoaded);
     }
     Complaint complaint;
     module_ = GuestModule::load(core_->watch, context_->unknown(), path, &complaint);
@@ -130,19 +123,19 @@ Complaint Application::loadModule(const std::string& path) {
 
 Complaint Application::startModule() {
     if (module_ == nullptr) {
-        return "no module is loaded; give one with --module";
+        return message(hostTexts.noModuleLoaded);
     }
     const Complaint complaint = module_->start();
     settle();
     if (complaint.empty()) {
-        say("module: " + module_->title());
+        say(message(hostTexts.moduleStarted, module_->title()));
     }
     return complaint;
 }
 
 Complaint Application::stopModule() {
     if (module_ == nullptr || !module_->isRunning()) {
-        return "no module runs";
+        return message(hostTexts.noModuleRuns);
     }
     module_->stop();
     undo_->forgetGuest();
@@ -173,20 +166,19 @@ std::shared_ptr<AudioPart> Application::partOf(AudioPool& pool, const std::share
 
 Complaint Application::newProject(const std::string& folder, const std::vector<std::string>& soundFiles) {
     if (hasUnsavedChanges_) {
-        return "the open project has changes that aren't saved; use: save, or: close";
+        return message(hostTexts.unsavedChanges);
     }
     std::error_code error;
     const std::string path = fullPath(folder);
     if (const std::string there = projectIn(path); !there.empty()) {
-        return "the folder \"" + path + "\" holds a project already; open it with: open \"" + there +
-               "\", or name another folder";
+        return message(hostTexts.folderHoldsProject, path, there);
     }
     fs::create_directories(fs::path(path) / "Audio", error);
     if (error) {
-        return "the folder \"" + path + "\" can't be made (" + error.message() + "); name another one";
+        return message(hostTexts.folderNotMade, path, error.message());
     }
     const auto project = Project::create(core_, path);
-    const std::shared_ptr<Track> track = project->addTrack("Track 1");
+    const std::shared_ptr<Track> track = project->addTrack(message(hostTexts.trackName, 1));
     for (const std::string& file : soundFiles) {
         Complaint complaint;
         const std::shared_ptr<AudioClip> clip = AudioClip::open(core_, fullPath(file), &complaint);
@@ -203,23 +195,25 @@ Complaint Application::newProject(const std::string& folder, const std::vector<s
 }
 
 Complaint Application::openProject(const std::string& path) {
-    if (project() != nullptr && project()->filePath() == fullPath(path)) {
+    const std::string file = fullPath(path);
+    if (project() != nullptr && project()->filePath() == file) {
         return {};
     }
     if (hasUnsavedChanges_) {
-        return "the open project has changes that aren't saved; use: save, or: close";
+        return message(hostTexts.unsavedChanges);
     }
     Complaint complaint;
     const std::shared_ptr<Project> project = readProject(core_, path, *transport_, &complaint);
     if (project != nullptr) {
         setProject(project);
+        settings_.noteProject(file);
     }
     return complaint;
 }
 
 Complaint Application::saveProject(const std::string& path) {
     if (project() == nullptr) {
-        return kNoProject;
+        return message(hostTexts.noProject);
     }
     std::string file = path.empty() ? project()->filePath() : fullPath(path);
     if (file.empty()) {
@@ -229,14 +223,15 @@ Complaint Application::saveProject(const std::string& path) {
     Complaint complaint = host::saveProject(*project(), *transport_, file);
     if (complaint.empty()) {
         hasUnsavedChanges_ = false;
-        say("saved \"" + file + "\"");
+        settings_.noteProject(file);
+        say(message(hostTexts.saved, file));
     }
     return complaint;
 }
 
 Complaint Application::closeProject() {
     if (project() == nullptr) {
-        return kNoProject;
+        return message(hostTexts.noProject);
     }
     setProject(nullptr);
     return {};
@@ -247,12 +242,12 @@ std::shared_ptr<Track> Application::trackByNumber(int number) {
     if (number >= 1 && number <= count) {
         return project()->tracks()[static_cast<std::size_t>(number - 1)];
     }
-    return number == count + 1 ? project()->addTrack("Track " + std::to_string(number)) : nullptr;
+    return number == count + 1 ? project()->addTrack(message(hostTexts.trackName, number)) : nullptr;
 }
 
 Complaint Application::addSound(const std::string& path, const NewEventPlace& wanted) {
     if (project() == nullptr) {
-        return kNoProject;
+        return message(hostTexts.noProject);
     }
     Complaint complaint;
     const std::shared_ptr<AudioClip> clip = AudioClip::open(core_, fullPath(path), &complaint);
@@ -262,41 +257,38 @@ Complaint Application::addSound(const std::string& path, const NewEventPlace& wa
     const double offset = wanted.offset.value_or(0);
     const double length = wanted.length.value_or(clip->seconds() - offset);
     if (!(offset >= 0) || !(length > 0) || offset + length > clip->seconds() + 1e-9) {
-        return "the stretch from " + seconds(offset) + " s with " + seconds(length) + " s doesn't lie in \"" + path +
-               "\", which has " + seconds(clip->seconds()) + " s";
+        return message(hostTexts.stretchNotInFile, offset, length, path, clip->seconds());
     }
     const std::shared_ptr<Track> track = trackByNumber(wanted.track);
     if (track == nullptr) {
-        return "there is no track " + std::to_string(wanted.track) + "; the next new one is " +
-               std::to_string(project()->tracks().size() + 1);
+        return message(hostTexts.noSuchTrack, wanted.track, project()->tracks().size() + 1);
     }
     const std::shared_ptr<AudioPart> part = partOf(project()->ownPool(), clip);
     const EventPlace place{wanted.start.value_or(track->end()), length, offset};
     undo_->addEventTo(track, std::make_shared<Event>(core_, fs::path(path).filename().string(), place, part));
-    undo_->commitBlock("Add event");
+    undo_->commitBlock(message(hostTexts.addEvent));
     settle();
     return {};
 }
 
 Complaint Application::addNotes(const NewEventPlace& wanted) {
     if (project() == nullptr) {
-        return kNoProject;
+        return message(hostTexts.noProject);
     }
     const std::shared_ptr<Track> track = trackByNumber(wanted.track);
     if (track == nullptr) {
-        return "there is no track " + std::to_string(wanted.track) + "; the next new one is " +
-               std::to_string(project()->tracks().size() + 1);
+        return message(hostTexts.noSuchTrack, wanted.track, project()->tracks().size() + 1);
     }
     const EventPlace place{wanted.start.value_or(track->end()), wanted.length.value_or(1), 0};
-    undo_->addEventTo(track, std::make_shared<Event>(core_, "Notes", place));
-    undo_->commitBlock("Add part");
+    undo_->addEventTo(track, std::make_shared<Event>(core_, message(hostTexts.notesName), place));
+    undo_->commitBlock(message(hostTexts.addPart));
     settle();
     return {};
 }
 
 Complaint Application::withEvent(int number, const std::function<void(const std::shared_ptr<Event>&)>& change) {
     if (project() == nullptr) {
-        return kNoProject;
+        return message(hostTexts.noProject);
     }
     const std::shared_ptr<Event> event = project()->eventByNumber(number);
     if (event == nullptr) {
@@ -310,7 +302,7 @@ Complaint Application::withEvent(int number, const std::function<void(const std:
 Complaint Application::removeEvent(int number) {
     return withEvent(number, [&](const std::shared_ptr<Event>& event) {
         undo_->removeEventFrom(event->track(), event);
-        undo_->commitBlock("Remove event");
+        undo_->commitBlock(message(hostTexts.removeEvent));
     });
 }
 
@@ -321,7 +313,7 @@ Complaint Application::moveEvent(int number, double start) {
         auto change = std::make_unique<PlaceChange>(event, event->place(), place);
         change->redo();
         undo_->record(std::move(change));
-        undo_->commitBlock("Move event");
+        undo_->commitBlock(message(hostTexts.moveEvent));
     });
 }
 
@@ -330,15 +322,14 @@ Complaint Application::trimEvent(int number, double offset, double length) {
     const Complaint missing = withEvent(number, [&](const std::shared_ptr<Event>& event) {
         const double clipSeconds = event->isAudio() ? event->ownClip()->seconds() : offset + length;
         if (!(offset >= 0) || !(length > 0) || offset + length > clipSeconds + 1e-9) {
-            complaint = "the stretch from " + seconds(offset) + " s with " + seconds(length) +
-                        " s doesn't lie in the clip, which has " + seconds(clipSeconds) + " s";
+            complaint = message(hostTexts.stretchNotInClip, offset, length, clipSeconds);
             return;
         }
         auto change =
             std::make_unique<PlaceChange>(event, event->place(), EventPlace{event->place().start, length, offset});
         change->redo();
         undo_->record(std::move(change));
-        undo_->commitBlock("Trim event");
+        undo_->commitBlock(message(hostTexts.trimEvent));
     });
     return missing.empty() ? complaint : missing;
 }
@@ -352,7 +343,7 @@ Complaint Application::restrictEvent(int number, std::uint32_t restrictions) {
 
 Complaint Application::select(const std::vector<int>& numbers) {
     if (project() == nullptr) {
-        return kNoProject;
+        return message(hostTexts.noProject);
     }
     std::vector<std::shared_ptr<Event>> events;
     for (const int number : numbers) {
@@ -367,7 +358,7 @@ Complaint Application::select(const std::vector<int>& numbers) {
 
 Complaint Application::selectAll() {
     if (project() == nullptr) {
-        return kNoProject;
+        return message(hostTexts.noProject);
     }
     selection_->selectEvents(project()->events());
     return {};
@@ -375,11 +366,10 @@ Complaint Application::selectAll() {
 
 Complaint Application::selectRange(TimeRange range) {
     if (project() == nullptr) {
-        return kNoProject;
+        return message(hostTexts.noProject);
     }
     if (!(range.end > range.start)) {
-        return "the range from " + seconds(range.start) + " s to " + seconds(range.end) +
-               " s is empty; give the start first, then the end";
+        return message(hostTexts.rangeEmpty, range.start, range.end);
     }
     std::vector<std::shared_ptr<Event>> events = selection_->selectedEvents();
     if (events.empty()) {
@@ -389,7 +379,7 @@ Complaint Application::selectRange(TimeRange range) {
         return !event->isAudio() || event->place().end() <= range.start || event->place().start >= range.end;
     });
     if (events.empty()) {
-        return "no audio event lies between " + seconds(range.start) + " s and " + seconds(range.end) + " s, see: show";
+        return message(hostTexts.noEventBetween, range.start, range.end);
     }
     selection_->selectRange(std::move(events), range);
     return {};
@@ -405,16 +395,14 @@ void Application::warnOfSeparators() {
     const std::string folder = platform::temporaryFolder();
     for (const std::string& text : {name, folder}) {
         if (text.find(';') != std::string::npos) {
-            say("warning: \"" + text +
-                "\" holds a \";\", which ends a field on the way to the editor: it may look for " +
-                "another file; rename it first");
+            say(message(hostTexts.separatorInName, text));
         }
     }
 }
 
 Complaint Application::edit() {
     if (project() == nullptr) {
-        return kNoProject;
+        return message(hostTexts.noProject);
     }
     warnOfSeparators();
     guestCommitsSeen_ = undo_->guestCommits();
@@ -422,13 +410,11 @@ Complaint Application::edit() {
     settle();
     switch (outcome) {
     case CommandTarget::Outcome::noSuchCommand:
-        return "the command \"Edit in Tessera\" isn't there; load the module with --module";
+        return message(hostTexts.editMissing);
     case CommandTarget::Outcome::disabled:
-        return "the command \"Edit in Tessera\" can't run now; select one audio event or a range, and have the editor "
-               "installed or running";
+        return message(hostTexts.editDisabled);
     case CommandTarget::Outcome::refused:
-        return "the edit could not be started: no audio event is selected, or its audio can't be copied to \"" +
-               platform::temporaryFolder() + "\"; look at the selection and at the space on that disk";
+        return message(hostTexts.editRefused, platform::temporaryFolder());
     case CommandTarget::Outcome::done:
         break;
     }
@@ -438,8 +424,7 @@ Complaint Application::edit() {
 Complaint Application::waitForEdit(double limit) {
     const bool came = run(limit, [this] { return undo_->guestCommits() != guestCommitsSeen_; });
     if (!came) {
-        return "the edit didn't come back within " + seconds(limit) +
-               " s: the editor may still be open, or has given up; see what it says, or wait longer";
+        return message(hostTexts.editNotBack, limit);
     }
     guestCommitsSeen_ = undo_->guestCommits();
     return {};
@@ -448,26 +433,26 @@ Complaint Application::waitForEdit(double limit) {
 Complaint Application::undo() {
     const std::string name = undo_->nameToUndo();
     if (!undo_->undo()) {
-        return "there is nothing to undo";
+        return message(hostTexts.nothingToUndo);
     }
     settle();
-    say("undone: " + name);
+    say(message(hostTexts.undone, name));
     return {};
 }
 
 Complaint Application::redo() {
     const std::string name = undo_->nameToRedo();
     if (!undo_->redo()) {
-        return "there is nothing to redo";
+        return message(hostTexts.nothingToRedo);
     }
     settle();
-    say("redone: " + name);
+    say(message(hostTexts.redone, name));
     return {};
 }
 
 Complaint Application::exportMix(const std::string& path) {
     if (project() == nullptr) {
-        return kNoProject;
+        return message(hostTexts.noProject);
     }
     const std::string file = fullPath(path);
     const std::shared_ptr<AttributeList> attributes = exports_->prepare(file, {0, project()->end()}, *project());
@@ -475,7 +460,7 @@ Complaint Application::exportMix(const std::string& path) {
     exports_->finish(complaint.empty() ? ExportHost::kWritten : ExportHost::kFailed);
     settle();
     if (complaint.empty()) {
-        say("exported \"" + file + "\"");
+        say(message(hostTexts.exported, file));
     }
     return complaint;
 }
@@ -490,26 +475,27 @@ void Application::showEvent(const Event& event) {
     const auto selected = selection_->selectedEvents();
     const bool isSelected =
         std::any_of(selected.begin(), selected.end(), [&](const auto& other) { return other.get() == &event; });
-    std::ostringstream line;
-    line << (isSelected ? "  * " : "    ") << project()->numberOf(event) << "  " << seconds(event.place().start)
-         << " to " << seconds(event.place().end()) << " s  " << event.name();
+    std::string line = isSelected ? "  * " : "    ";
+    line += message(hostTexts.eventLine, project()->numberOf(event), event.place().start, event.place().end(),
+                    event.name());
     if (const AudioClip* clip = event.ownClip()) {
-        line << ", plays \"" << clip->path() << "\" from " << seconds(event.place().offset) << " s ("
-             << describe(clip->format()) << ", " << clip->frameCount() << " frames)";
+        line += message(hostTexts.eventClip, clip->path(), event.place().offset, describe(clip->format()),
+                        clip->frameCount());
     }
     for (const Restrictions::Row& row : Restrictions::kRows) {
-        line << ((event.restrictions() & row.bit) != 0 ? std::string(", ") + row.name : std::string());
+        line += (event.restrictions() & row.bit) != 0 ? std::string(", ") + row.name : std::string();
     }
-    say(line.str());
+    say(line);
 }
 
 void Application::show() {
     if (project() == nullptr) {
-        say(kNoProject);
+        say(message(hostTexts.noProject));
         return;
     }
-    say("project \"" + project()->folderPath() + "\", " + seconds(project()->end()) + " s, " +
-        counted(project()->ownPool().parts().size(), "clip") + " in the pool");
+    const std::size_t clips = project()->ownPool().parts().size();
+    say(message(clips == 1 ? hostTexts.projectWithClip : hostTexts.projectWithClips, project()->folderPath(),
+                project()->end(), clips));
     for (const auto& track : project()->tracks()) {
         say("  " + track->name());
         for (const auto& event : track->eventsByStart()) {
@@ -517,24 +503,24 @@ void Application::show() {
         }
     }
     if (transport_->cycleRight().seconds() > 0) {
-        say("  cycle " + seconds(transport_->cycleLeft().seconds()) + " to " +
-            seconds(transport_->cycleRight().seconds()) + " s, play position " + seconds(transport_->position()) +
-            " s");
+        say("  " + message(hostTexts.cycle, transport_->cycleLeft().seconds(), transport_->cycleRight().seconds(),
+                           transport_->position()));
     }
     const auto nameOr = [](const std::string& name) { return name.empty() ? std::string("-") : "\"" + name + "\""; };
-    say("  undo: " + nameOr(undo_->nameToUndo()) + ", redo: " + nameOr(undo_->nameToRedo()));
+    say("  " + message(hostTexts.undoNames, nameOr(undo_->nameToUndo()), nameOr(undo_->nameToRedo())));
 }
 
 void Application::showCommands() {
     for (const HostCommand& command : commands_->commands()) {
         const bool mayRun = commandTarget_->mayRun(command.category, command.name);
-        say(command.group + " > " + command.title + (mayRun ? "" : " (can't run now)"));
+        const std::string line = command.group + " > " + command.title;
+        say(mayRun ? line : message(hostTexts.cantRunNow, line));
     }
 }
 
 void Application::settle() {
     if (undo_->rollBack()) {
-        say("note: a change that was begun and not committed is taken back");
+        say(message(hostTexts.takenBack));
     }
     const std::shared_ptr<Project> changed = project();
     if (changed != nullptr && changed->takeChange()) {

@@ -11,6 +11,7 @@
 #include "host/objects/HostCore.h"
 #include "host/program/Complaint.h"
 #include "host/program/GuestModule.h"
+#include "host/program/HostSettings.h"
 #include "host/services/AlertHost.h"
 #include "host/services/CommandTable.h"
 #include "host/services/CommandTarget.h"
@@ -106,6 +107,7 @@ public:
     AlertHost& alerts() { return *alerts_; }
     ExportHost& exports() { return *exports_; }
     ObjectRegistry& registry() { return *registry_; }
+    HostSettings& settings() { return settings_; }
 
 private:
     void enterServices();
@@ -122,6 +124,7 @@ private:
 
     const std::shared_ptr<HostCore> core_;
     std::ostream& out_;
+    HostSettings settings_;
     std::shared_ptr<HostContext> context_;
     std::shared_ptr<ProjectList> projects_;
     std::shared_ptr<Selection> selection_;

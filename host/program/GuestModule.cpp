@@ -4,6 +4,8 @@
 #include "components/HostContext.h"
 #include "foundation/text/FString.h"
 #include "host/objects/GuestCall.h"
+#include "host/text/HostTexts.h"
+#include "host/text/Message.h"
 #include "host/text/Text16.h"
 #include "persistence/paths/FNPath.h"
 #include "platform/DynamicLibrary.h"
@@ -39,14 +41,13 @@ Complaint whyNoModule(const std::string& path) {
     std::string reason;
     const std::optional<platform::DynamicLibrary> library = platform::DynamicLibrary::load(path.c_str(), &reason);
     if (!library) {
-        return "the module \"" + path + "\" can't be loaded (" + reason + "); give another one with --module";
+        return message(hostTexts.moduleNotLoaded, path, reason);
     }
     const auto initDll = reinterpret_cast<InitDllFunction>(library->symbol(kInitDllName));
     if (library->symbol(kGetPluginFactoryName) == nullptr || (initDll != nullptr && !initDll())) {
-        return "\"" + path + "\" is no module: it lacks the function " + kGetPluginFactoryName +
-               " or refused to start; give another one with --module";
+        return message(hostTexts.noModule, path, kGetPluginFactoryName);
     }
-    return "the module \"" + path + "\" gave no factory";
+    return message(hostTexts.noFactory, path);
 }
 
 } // namespace
@@ -84,8 +85,7 @@ Complaint GuestModule::find(const std::string& path) {
     }
     FComponentRegistry::Components services;
     if (!registry_->getCategory(kServiceCategory, services)) {
-        return "the module offers no class of the category \"" + std::string(kServiceCategory) +
-               "\"; it is for other hosts";
+        return message(hostTexts.noClassOfCategory, kServiceCategory);
     }
     service_ = services.front();
     module_ = service_->getModule();
@@ -95,13 +95,13 @@ Complaint GuestModule::find(const std::string& path) {
 }
 
 std::string GuestModule::title() const {
-    return utf8Of(service_->getName()) + " " + utf8Of(service_->getVersion()) + " by " +
-           fieldText(module_->getInfo().vendor);
+    return message(hostTexts.moduleTitle, utf8Of(service_->getName()), utf8Of(service_->getVersion()),
+                   fieldText(module_->getInfo().vendor));
 }
 
 Complaint GuestModule::start() {
     if (isRunning()) {
-        return "the module runs already";
+        return message(hostTexts.moduleRuns);
     }
     watch_->setLife(GuestLife::running);
     // An earlier start may have been refused.
@@ -111,7 +111,7 @@ Complaint GuestModule::start() {
     object_ = services_.getRunning(0);
     if (!isRunning()) {
         watch_->setLife(GuestLife::terminated);
-        return "the module doesn't work in this host; start it as an admitted one with --name and --host-version";
+        return message(hostTexts.hostNotAdmitted);
     }
     return {};
 }

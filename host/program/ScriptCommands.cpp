@@ -2,9 +2,11 @@
 
 #include "host/model/Restrictions.h"
 #include "host/program/ScriptLine.h"
+#include "host/program/SettingCommands.h"
+#include "host/text/HostTexts.h"
+#include "host/text/Message.h"
 
 #include <charconv>
-#include <cmath>
 #include <cstddef>
 #include <optional>
 #include <vector>
@@ -12,9 +14,6 @@
 namespace tessera::host {
 namespace {
 
-using Words = std::vector<std::string>;
-
-constexpr double kDefaultWaitSeconds = 60;
 constexpr std::size_t kMany = 1000;
 
 struct CommandRow {
@@ -22,18 +21,9 @@ struct CommandRow {
     std::size_t leastWords; // behind the name
     std::size_t mostWords;
     Complaint (*run)(Application&, const Words&);
-    const char* usage;
-    const char* what;
+    TranslatedText* use; // null where the name says it all
+    TranslatedText* what;
 };
-
-// Both read the point as the decimal sign, whatever the locale.
-std::optional<double> numberOf(const std::string& word) {
-    double value = 0;
-    const char* const end = word.data() + word.size();
-    const std::from_chars_result result = std::from_chars(word.data(), end, value);
-    const bool isWhole = result.ec == std::errc() && result.ptr == end && std::isfinite(value);
-    return isWhole ? std::optional<double>(value) : std::nullopt;
-}
 
 std::optional<int> integerOf(const std::string& word) {
     int value = 0;
@@ -43,7 +33,7 @@ std::optional<int> integerOf(const std::string& word) {
 }
 
 Complaint noNumber(const std::string& word) {
-    return "\"" + word + "\" is no number; expected something like 3 or 2.5";
+    return message(hostTexts.noNumber, word);
 }
 
 // "at 2 offset 1.5 length 3 track 2", in any order.
@@ -51,7 +41,7 @@ Complaint readPlace(const Words& words, std::size_t first, NewEventPlace& place)
     for (std::size_t i = first; i < words.size(); i += 2) {
         const std::string& key = words[i];
         if (i + 1 == words.size()) {
-            return "\"" + key + "\" needs a number behind it";
+            return message(hostTexts.needsNumber, key);
         }
         const std::optional<double> value = numberOf(words[i + 1]);
         if (!value) {
@@ -66,7 +56,7 @@ Complaint readPlace(const Words& words, std::size_t first, NewEventPlace& place)
         } else if (key == "track") {
             place.track = static_cast<int>(*value);
         } else {
-            return "\"" + key + "\" isn't known here; expected at, offset, length or track";
+            return message(hostTexts.noSuchPlace, key);
         }
     }
     return {};
@@ -85,10 +75,6 @@ Complaint readNumbers(const Words& words, std::size_t first, std::vector<double>
 
 Complaint newProject(Application& application, const Words& words) {
     return application.newProject(words[0], Words(words.begin() + 1, words.end()));
-}
-
-Complaint openProject(Application& application, const Words& words) {
-    return application.openProject(words[0]);
 }
 
 Complaint saveProject(Application& application, const Words& words) {
@@ -140,8 +126,7 @@ Complaint restrictEvent(Application& application, const Words& words) {
             bits |= words[i] == row.name ? row.bit : 0;
         }
         if (bits == before) {
-            return "\"" + words[i] +
-                   "\" is no kind of processing; expected effects, envelopes, stretched or transposed";
+            return message(hostTexts.noProcessing, words[i]);
         }
     }
     return application.restrictEvent(*number, bits);
@@ -158,7 +143,7 @@ Complaint select(Application& application, const Words& words) {
         std::vector<double> ends;
         const Complaint complaint = readNumbers(words, 1, ends);
         if (!complaint.empty() || ends.size() != 2) {
-            return complaint.empty() ? "a range has two ends; use: select range START END" : complaint;
+            return complaint.empty() ? message(hostTexts.rangeNeedsEnds) : complaint;
         }
         return application.selectRange({ends[0], ends[1]});
     }
@@ -166,7 +151,7 @@ Complaint select(Application& application, const Words& words) {
     for (const std::string& word : words) {
         const std::optional<int> number = integerOf(word);
         if (!number) {
-            return "\"" + word + "\" is no event; expected numbers as shown by: show, or all, none, range";
+            return message(hostTexts.noEventNumber, word);
         }
         numbers.push_back(*number);
     }
@@ -178,7 +163,7 @@ Complaint edit(Application& application, const Words&) {
 }
 
 Complaint waitForEdit(Application& application, const Words& words) {
-    const std::optional<double> limit = words.empty() ? kDefaultWaitSeconds : numberOf(words[0]);
+    const std::optional<double> limit = words.empty() ? application.settings().waitSeconds() : numberOf(words[0]);
     return limit ? application.waitForEdit(*limit) : noNumber(words[0]);
 }
 
@@ -226,46 +211,56 @@ Complaint stopModule(Application& application, const Words&) {
 }
 
 constexpr CommandRow kCommands[] = {
-    {"new", 1, kMany, newProject, "new FOLDER [SOUNDFILE...]",
-     "make a project in that folder, the files one after another"},
-    {"open", 1, 1, openProject, "open FILE", "open a project"},
-    {"save", 0, 1, saveProject, "save [FILE]", "save it, in its folder if no file is named"},
-    {"close", 0, 0, closeProject, "close", "close it without saving"},
-    {"show", 0, 0, show, "show", "list tracks and events with their numbers"},
-    {"add", 1, 9, addSound, "add SOUNDFILE [at S] [offset S] [length S] [track N]", "add an audio event"},
-    {"notes", 0, 6, addNotes, "notes [at S] [length S] [track N]", "add a part with notes, which isn't audio"},
-    {"remove", 1, 1, removeEvent, "remove EVENT", "take an event off its track"},
-    {"move", 2, 2, moveEvent, "move EVENT S", "let an event start there"},
-    {"trim", 3, 3, trimEvent, "trim EVENT OFFSET LENGTH", "let an event play that stretch of its clip"},
-    {"restrict", 1, 5, restrictEvent, "restrict EVENT [effects] [envelopes] [stretched] [transposed]",
-     "say what processing an event holds"},
-    {"select", 1, kMany, select, "select EVENT... | all | none | range START END", "select events, or a range on them"},
-    {"edit", 0, 0, edit, "edit", "Edit in Tessera"},
-    {"wait", 0, 1, waitForEdit, "wait [S]", "until the edit is back, 60 s at most if nothing is said"},
-    {"idle", 0, 1, idle, "idle [S]", "run the main loop for that long"},
-    {"undo", 0, 0, undo, "undo", "take the last change back"},
-    {"redo", 0, 0, redo, "redo", "make it again"},
-    {"export", 1, 1, exportMix, "export SOUNDFILE", "write a mix of the project"},
-    {"suspend", 0, 1, suspendDriver, "suspend [TEXT]", "ask for the audio driver back"},
-    {"commands", 0, 0, showCommands, "commands", "list what the module has put into the menus"},
-    {"start", 0, 0, startModule, "start", "start the module again"},
-    {"stop", 0, 0, stopModule, "stop", "stop the module"},
+    {"new", 1, kMany, newProject, &hostTexts.newUse, &hostTexts.newHelp},
+    {"open", 0, 1, openProject, &hostTexts.openUse, &hostTexts.openHelp},
+    {"recent", 0, 0, showRecent, nullptr, &hostTexts.recentHelp},
+    {"save", 0, 1, saveProject, &hostTexts.saveUse, &hostTexts.saveHelp},
+    {"close", 0, 0, closeProject, nullptr, &hostTexts.closeHelp},
+    {"show", 0, 0, show, nullptr, &hostTexts.showHelp},
+    {"add", 1, 9, addSound, &hostTexts.addUse, &hostTexts.addHelp},
+    {"notes", 0, 6, addNotes, &hostTexts.notesUse, &hostTexts.notesHelp},
+    {"remove", 1, 1, removeEvent, &hostTexts.removeUse, &hostTexts.removeHelp},
+    {"move", 2, 2, moveEvent, &hostTexts.moveUse, &hostTexts.moveHelp},
+    {"trim", 3, 3, trimEvent, &hostTexts.trimUse, &hostTexts.trimHelp},
+    {"restrict", 1, 5, restrictEvent, &hostTexts.restrictUse, &hostTexts.restrictHelp},
+    {"select", 1, kMany, select, &hostTexts.selectUse, &hostTexts.selectHelp},
+    {"edit", 0, 0, edit, nullptr, &hostTexts.editHelp},
+    {"wait", 0, 1, waitForEdit, &hostTexts.waitUse, &hostTexts.waitHelp},
+    {"idle", 0, 1, idle, &hostTexts.idleUse, &hostTexts.idleHelp},
+    {"undo", 0, 0, undo, nullptr, &hostTexts.undoHelp},
+    {"redo", 0, 0, redo, nullptr, &hostTexts.redoHelp},
+    {"export", 1, 1, exportMix, &hostTexts.exportUse, &hostTexts.exportHelp},
+    {"suspend", 0, 1, suspendDriver, &hostTexts.suspendUse, &hostTexts.suspendHelp},
+    {"commands", 0, 0, showCommands, nullptr, &hostTexts.commandsHelp},
+    {"start", 0, 0, startModule, nullptr, &hostTexts.startHelp},
+    {"stop", 0, 0, stopModule, nullptr, &hostTexts.stopHelp},
+    {"settings", 0, 0, showSettings, nullptr, &hostTexts.settingsHelp},
+    {"set", 2, 2, changeSetting, &hostTexts.setUse, &hostTexts.setHelp},
+    {"language", 0, 1, language, &hostTexts.languageUse, &hostTexts.languageHelp},
 };
+
+std::string usageOf(const CommandRow& row) {
+    return row.use == nullptr ? std::string(row.name) : message(*row.use);
+}
+
+std::string helpLines(const std::string& usage, TranslatedText& what) {
+    return "  " + usage + "\n      " + message(what) + "\n";
+}
 
 } // namespace
 
 std::string ScriptCommands::help() {
-    std::string text = "Commands, one to a line or to each --command; times are seconds:\n";
+    std::string text = message(hostTexts.commandsHead) + "\n";
     for (const CommandRow& row : kCommands) {
-        text += std::string("  ") + row.usage + "\n      " + row.what + "\n";
+        text += helpLines(usageOf(row), *row.what);
     }
-    return text + "  quit\n      close the project and end\n";
+    return text + helpLines("quit", hostTexts.quitHelp);
 }
 
 Complaint ScriptCommands::run(std::string_view line) {
     const std::optional<Words> words = splitScriptLine(line);
     if (!words) {
-        return "a quote isn't closed; put \" at both ends";
+        return message(hostTexts.quoteNotClosed);
     }
     if (words->empty()) {
         return {};
@@ -284,11 +279,11 @@ Complaint ScriptCommands::run(std::string_view line) {
             continue;
         }
         if (arguments.size() < row.leastWords || arguments.size() > row.mostWords) {
-            return std::string("\"") + name + "\" was given too few or too many words; use: " + row.usage;
+            return message(hostTexts.wrongWordCount, name, usageOf(row));
         }
         return row.run(application_, arguments);
     }
-    return "there is no command \"" + name + "\"; the commands are listed by: help";
+    return message(hostTexts.noSuchCommand, name);
 }
 
 } // namespace tessera::host

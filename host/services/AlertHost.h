@@ -3,6 +3,8 @@
 
 #include "host/objects/HostCore.h"
 #include "host/objects/HostObject.h"
+#include "host/text/HostTexts.h"
+#include "host/text/Message.h"
 #include "host/text/Text16.h"
 #include "shell/hostapi/IAlertHost.h"
 
@@ -24,7 +26,7 @@ public:
             return 0;
         }
         shown_.push_back(toUtf8(message).value_or(""));
-        core_->note("alert: " + shown_.back() + " [" + toUtf8(button).value_or("") + "]");
+        core_->note(host::message(hostTexts.alert, shown_.back(), toUtf8(button).value_or("")));
         return 0;
     }
 

@@ -1,6 +1,8 @@
 #include "host/services/DriverArbiter.h"
 
 #include "host/objects/GuestCall.h"
+#include "host/text/HostTexts.h"
+#include "host/text/Message.h"
 #include "host/text/Text16.h"
 
 #include <algorithm>
@@ -45,7 +47,7 @@ std::int32_t DriverArbiter::requestRelease(IDriverClient* client, const char* te
         return kResultFailure;
     }
     hostHasDriver_ = false;
-    core_->note(std::string("the audio driver is released (") + (text == nullptr ? "" : text) + ")");
+    core_->note(message(hostTexts.driverReleased, text == nullptr ? "" : text));
     return kResultOk;
 }
 

@@ -31,13 +31,15 @@ protected:
         ModuleFixture::TearDown();
         EXPECT_TRUE(testing_support::eventually([] { return !fs::exists(record()); }));
         fs::remove_all(scripts());
+        fs::remove_all(settingsFolder());
     }
 
-    // The host program on a script, with its output and its messages together.
-    Run runHost(const std::string& script, const std::string& options = "") {
+    // The host program on a script, with its output and its messages together. It speaks English unless the locale is
+    // another one.
+    Run runHost(const std::string& script, const std::string& options = "", const std::string& locale = "C") {
         folder_.write("script", script);
-        const std::string command = std::string("'" TESX_HOST "' --module '" TESX_MODULE_FILE "' ") + options + " < '" +
-                                    path("script") + "' > '" + path("output") + "' 2>&1";
+        const std::string command = "LC_ALL=" + locale + " '" TESX_HOST "' --module '" TESX_MODULE_FILE "' " + options +
+                                    " < '" + path("script") + "' > '" + path("output") + "' 2>&1";
         const int status = std::system(command.c_str());
         return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, folder_.read("output")};
     }
@@ -81,6 +83,7 @@ protected:
         return files;
     }
 
+    static fs::path settingsFolder() { return fs::path(std::getenv("XDG_CONFIG_HOME")) / "Marlgrove" / "tesx-host"; }
     static fs::path record() {
         return fs::temp_directory_path() / "Marlgrove" / "ServiceDiscovery" / "com.marlgrove.tessera";
     }
@@ -151,6 +154,72 @@ TEST_F(Programs, CommandsComeFromArgumentsAsWell) {
     const Run run = runHost("", "-c 'new \"" + path("my song") + "\" \"" + makeTake() + "\"' -c show -c quit");
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_NE(run.output.find("1  0.000 to 1.500 s  take.wav"), std::string::npos) << run.output;
+}
+
+TEST_F(Programs, TheHostSpeaksTheLanguageOfTheLocale) {
+    const std::string script = songScript("show\nundo\ndance\n");
+    const Run german = runHost(script, "--keep-going", "de_DE.UTF-8");
+    EXPECT_EQ(german.exitCode, 1);
+    for (const char* text :
+         {"Modul: Tessera Exchange", "Projekt \"", "  Spur 1\n", "1 Clip im Pool", "0.000 bis 1.000 s"}) {
+        EXPECT_NE(german.output.find(text), std::string::npos) << text << " in " << german.output;
+    }
+    EXPECT_NE(german.output.find("rückgängig gemacht: Event zuschneiden\n"), std::string::npos) << german.output;
+    EXPECT_NE(german.output.find("tesx-host: Zeile 6: den Befehl \"dance\" gibt es nicht"), std::string::npos)
+        << german.output;
+    EXPECT_NE(runHost("help\n", "", "de_DE.UTF-8").output.find("new ORDNER [KLANGDATEI...]"), std::string::npos);
+
+    for (const char* locale : {"sw_KE.UTF-8", "C", "en_GB.UTF-8"}) {
+        fs::remove_all(path("my song"));
+        const Run english = runHost(script, "--keep-going", locale);
+        EXPECT_NE(english.output.find("undone: Trim event\n"), std::string::npos) << english.output;
+        EXPECT_NE(english.output.find("tesx-host: line 6: there is no command \"dance\""), std::string::npos)
+            << english.output;
+    }
+}
+
+TEST_F(Programs, AChosenLanguageHoldsFromThenOn) {
+    const Run chosen = runHost("language\nlanguage de\nundo\n");
+    EXPECT_NE(chosen.output.find("language us (English); there are: us, de\n"), std::string::npos) << chosen.output;
+    EXPECT_NE(chosen.output.find("Sprache de (Deutsch); es gibt: us, de\n"), std::string::npos) << chosen.output;
+    EXPECT_NE(chosen.output.find("es gibt nichts rückgängig zu machen"), std::string::npos) << chosen.output;
+    EXPECT_TRUE(fs::exists(settingsFolder() / "lang.cfg"));
+    EXPECT_NE(runHost("undo\n").output.find("es gibt nichts rückgängig zu machen"), std::string::npos);
+    runHost("language us\n");
+    EXPECT_NE(runHost("undo\n", "", "de_DE.UTF-8").output.find("there is nothing to undo"), std::string::npos);
+}
+
+TEST_F(Programs, WhatTheHostRemembersHoldsForTheNextRun) {
+    EXPECT_EQ(runHost(songScript("save\nset wait 0.125\n")).exitCode, 0);
+    const Run run = runHost("settings\nopen\nrecent\nshow\nwait\n");
+    EXPECT_NE(run.output.find("wait 0.125  "), std::string::npos) << run.output;
+    EXPECT_NE(run.output.find(path("my song/my song.tesxproject") + "\n"), std::string::npos) << run.output;
+    EXPECT_NE(run.output.find("project \"" + path("my song") + "\""), std::string::npos) << run.output;
+    EXPECT_NE(run.output.find("didn't come back within 0.125 s"), std::string::npos) << run.output;
+}
+
+TEST_F(Programs, DamagedSettingsArePutAsideAndTheHostGoesOn) {
+    ASSERT_EQ(runHost("set wait 5\n").exitCode, 0);
+    const fs::path file = settingsFolder() / "tesx-host.xml";
+    const std::uintmax_t half = fs::file_size(file) / 2;
+    fs::resize_file(file, half);
+    const Run run = runHost("settings\nset wait 6\n");
+    EXPECT_EQ(run.exitCode, 0);
+    const std::string warning = "tesx-host: warning: the settings can't be read and are put aside as \"" +
+                                (settingsFolder() / "tesx-host (Trashed).xml").string() + "\"";
+    EXPECT_EQ(run.output.find(warning), 0U) << run.output;
+    EXPECT_NE(run.output.find("wait 60.000"), std::string::npos) << run.output;
+    EXPECT_EQ(fs::file_size(settingsFolder() / "tesx-host (Trashed).xml"), half);
+    const Run next = runHost("settings\n");
+    EXPECT_EQ(next.output.find("warning"), std::string::npos) << next.output;
+    EXPECT_NE(next.output.find("wait 6.000"), std::string::npos) << next.output;
+}
+
+TEST_F(Programs, NothingOfTheHostLiesAmongOtherSettings) {
+    ASSERT_EQ(runHost("set wait 5\n").exitCode, 0);
+    for (const auto& entry : fs::recursive_directory_iterator(std::getenv("XDG_CONFIG_HOME"))) {
+        EXPECT_TRUE(entry.is_directory() || entry.path() == settingsFolder() / "tesx-host.xml") << entry.path();
+    }
 }
 
 // Without an installed peer the command can run only while the link is open.

@@ -72,8 +72,9 @@ TEST_F(ScriptCommandsTest, AWrongLineIsToldOnOneLineThatStartsSmall) {
     makeProject({makeSound("a.wav", 5000)});
     const ErrorRow rows[] = {
         {"dance", "no command \"dance\""},
-        {"open", "too few or too many words; use: open FILE"},
-        {"open a b", "too few or too many words"},
+        {"remove", "too few or too many words; use: remove EVENT"},
+        {"open a b", "too few or too many words; use: open [FILE]"},
+        {"close now", "too few or too many words; use: close"},
         {"open \"a", "a quote isn't closed"},
         {"select", "too few"},
         {"select 9", "no event 9; the project has 1"},

@@ -22,7 +22,7 @@ src/link: platform foundation persistence discovery exportscripts workflow shell
 src/shell/hostapi: foundation/object/IBaseUnknown.h foundation/object/FResult.h foundation/object/FUIDBytes.h
 src/shell: platform foundation persistence discovery exportscripts workflow link
 common:
-host: common platform foundation persistence appservices components shell/hostapi link/LinkSocket.h link/WireMessage.h host
+host: common platform foundation persistence appservices components discovery/identity shell/hostapi link/LinkSocket.h link/WireMessage.h host
 peer: common platform foundation persistence discovery link/LinkSocket.h link/WireMessage.h peer
 '
 
