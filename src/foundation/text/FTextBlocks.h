@@ -1,4 +1,4 @@
-// Blocks of sixteen bytes of text, looked at all at once. Internal to the text folder.
+// Blocks of sixteen bytes of text, looked at all at once. For what scans text, inside of this framework.
 //
 // A block is sixteen 8-bit or eight 16-bit characters. Comparing blocks gives a mask whose characters have all bits set
 // where the answer is yes. The compiler's vectors are used rather than one processor's calls, so that the same lines

@@ -87,7 +87,8 @@ bool FAttributes::reserve(std::int32_t count) {
 }
 
 bool FAttributes::append(FStringIDAttribute* record) {
-    if (!reserve(1) || !records_->add(record)) {
+    const bool hasRoom = records_ != nullptr || reserve(kGrowth);
+    if (!hasRoom || !records_->add(record)) {
         record->release();
         return false;
     }

@@ -2,12 +2,14 @@
 #include "persistence/xml/FXmlParser.h"
 
 #include "foundation/containers/CmString.h"
+#include "foundation/text/FTextBlocks.h"
 #include "persistence/streams/FStream.h"
 
 #include <algorithm>
 #include <array>
 #include <cstring>
 #include <string>
+#include <string_view>
 #include <utility>
 
 namespace tessera {
@@ -21,21 +23,35 @@ bool isWhiteSpace(char byte) {
     return byte == ' ' || byte == '\t' || byte == '\n' || byte == '\r';
 }
 
-bool isLetterOrDigit(char byte) {
-    return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') || (byte >= '0' && byte <= '9');
-}
-
-// The quotes among them: of the two kinds, either may be the one that ends the value.
-constexpr std::array<bool, 256> kNoPlainValue = [] {
+constexpr std::array<bool, 256> kLettersAndDigits = [] {
     std::array<bool, 256> bytes{};
-    for (const char byte : {'"', '\'', '&', '\\', '\n', '\r'}) {
+    for (const char byte : std::string_view("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789")) {
         bytes[static_cast<std::uint8_t>(byte)] = true;
     }
     return bytes;
 }();
 
-bool isNoPlainValue(char byte) {
-    return kNoPlainValue[static_cast<std::uint8_t>(byte)];
+bool isLetterOrDigit(char byte) {
+    return kLettersAndDigits[static_cast<std::uint8_t>(byte)];
+}
+
+// The quotes are among them: of the two kinds, either may be the one that ends the value.
+constexpr std::string_view kNoPlainValue = "\"'&\\\n\r";
+
+// The first byte that ends a plain value, or makes it none.
+const char* endOfPlainValue(const char* at, const char* end) {
+    using namespace textblocks;
+    for (; end - at >= static_cast<std::ptrdiff_t>(kUnits<char>); at += kUnits<char>) {
+        const Block<char> block = load(at);
+        Block<char> ends{};
+        for (const char byte : kNoPlainValue) {
+            ends |= asBlock<char>(block == static_cast<std::uint8_t>(byte));
+        }
+        if (anyMarked<char>(ends)) {
+            return at + firstMarked<char>(ends);
+        }
+    }
+    return std::find_first_of(at, end, kNoPlainValue.begin(), kNoPlainValue.end());
 }
 
 bool isNameEnd(char byte) {
@@ -122,7 +138,7 @@ bool FXmlParser::takePlainAttribute(FXmlAttributeList& attributes) {
     }
     const char quote = at[1];
     const char* const value = at + 2;
-    at = quote == '"' || quote == '\'' ? std::find_if(value, end, isNoPlainValue) : end;
+    at = quote == '"' || quote == '\'' ? endOfPlainValue(value, end) : end;
     if (at == end || *at != quote || at - value > kMaximumAttributeValue) {
         return false;
     }

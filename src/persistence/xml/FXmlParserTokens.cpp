@@ -2,6 +2,8 @@
 // a tag or outside.
 #include "persistence/xml/FXmlParser.h"
 
+#include "foundation/text/FTextBlocks.h"
+
 #include <algorithm>
 #include <array>
 #include <cstring>
@@ -53,6 +55,28 @@ bool is(int byte, std::uint8_t classes) {
 std::size_t lengthUpTo(std::string_view bytes, std::uint8_t classes) {
     const auto stops = [classes](char byte) { return (classOf(byte) & classes) != 0; };
     return static_cast<std::size_t>(std::find_if(bytes.begin(), bytes.end(), stops) - bytes.begin());
+}
+
+std::size_t lengthOfLineEnds(std::string_view bytes) {
+    const auto stops = [](char byte) { return classOf(byte) != kLineEnd; };
+    return static_cast<std::size_t>(std::find_if(bytes.begin(), bytes.end(), stops) - bytes.begin());
+}
+
+// How many blanks come first: most stand in front of a tag, and many together.
+std::size_t lengthOfBlanks(std::string_view bytes) {
+    std::size_t length = 0;
+    for (; bytes.size() - length >= textblocks::kUnits<char>; length += textblocks::kUnits<char>) {
+        const textblocks::Block<char> block = textblocks::load(bytes.data() + length);
+        const auto others = textblocks::asBlock<char>((block != std::uint8_t{' '}) & (block != std::uint8_t{'\t'}));
+        const std::size_t first = textblocks::firstMarked<char>(others);
+        if (first < textblocks::kUnits<char>) {
+            return length + first;
+        }
+    }
+    while (length < bytes.size() && classOf(bytes[length]) == kBlank) {
+        ++length;
+    }
+    return length;
 }
 
 // Whether a "<" with this behind it is more than data. An underscore isn't: names that begin with one are text here.
@@ -141,12 +165,11 @@ FXmlToken FXmlParser::readTagToken() {
 
 // A run of blanks and tabs, or of line ends: nobody needs them one by one.
 FXmlToken FXmlParser::readWhiteSpace(FXmlToken token) {
-    const std::uint8_t wanted = token == FXmlToken::blanks ? kBlank : kLineEnd;
     for (std::string_view bytes = bytesAhead(); !bytes.empty(); bytes = bytesAhead()) {
-        const auto ends = [wanted](char byte) { return (classOf(byte) & wanted) == 0; };
-        const auto end = std::find_if(bytes.begin(), bytes.end(), ends);
-        const std::string_view run = bytes.substr(0, static_cast<std::size_t>(end - bytes.begin()));
-        if (token == FXmlToken::blanks) {
+        const bool areBlanks = token == FXmlToken::blanks;
+        const std::size_t length = areBlanks ? lengthOfBlanks(bytes) : lengthOfLineEnds(bytes);
+        const std::string_view run = bytes.substr(0, length);
+        if (areBlanks) {
             take(run.size());
         } else {
             std::for_each(run.begin(), run.end(), [this](char byte) { countLine(byte); });

@@ -84,6 +84,21 @@ TEST(FXmlParser, EntitiesInValuesAreResolved) {
     EXPECT_EQ(eventsOf("<a>x &amp; y</a>"), "<a>[x &amp; y][]</a>") << "but not in a text";
 }
 
+// Enough places for a value to be looked at in blocks.
+TEST(FXmlParser, WhereInAValueSomethingSpecialStandsMakesNoDifference) {
+    for (std::size_t place = 0; place < 40; ++place) {
+        const std::string before(place, 'x');
+        const std::string behind(40 - place, 'y');
+        EXPECT_EQ(attributeOf(before + "&lt;" + behind), before + "<" + behind);
+        EXPECT_EQ(attributeOf(before + "'" + behind), before + "'" + behind);
+        EXPECT_EQ(attributeOf(before + "\\" + behind), before + "\\" + behind);
+        TextParser parser("<a v=\"" + before + "\n" + behind + "\" w=\"" + before + "\"/>");
+        EXPECT_TRUE(parser.parse(nullptr));
+        EXPECT_EQ(parser.lineNumber(), 1) << place;
+        EXPECT_EQ(parser.events, "<a v=" + before + "\n" + behind + " w=" + before + "/>");
+    }
+}
+
 TEST(FXmlParser, ValuesKeepTheirBytesAndTheirOtherQuotes) {
     EXPECT_EQ(attributeOf("it's\r\n\t<>/ \xC3\xA9"), "it's\r\n\t<>/ \xC3\xA9");
     EXPECT_EQ(eventsOf("<a v='say \"yes\"'/>"), "<a v=say \"yes\"/>");
@@ -218,6 +233,16 @@ TEST(FXmlParser, TheEndOfATextIsCalledBackWithLength0) {
 
 TEST(FXmlParser, WhiteSpaceInFrontOfATextIsDroppedAndBehindItKept) {
     EXPECT_EQ(eventsOf("<a>\r\n\t x \r\n y\t\r\n</a>"), "<a>[x \r\n y\t\r\n][]</a>");
+}
+
+TEST(FXmlParser, ARunOfBlanksEndsWhereItEndsWhateverItsLength) {
+    for (std::size_t length = 0; length < 40; ++length) {
+        for (std::size_t tab = 0; tab <= length; ++tab) {
+            std::string blanks(length, ' ');
+            blanks.replace(tab, tab < length ? 1 : 0, tab < length ? "\t" : "");
+            ASSERT_EQ(eventsOf(blanks + "<a>" + blanks + "\r\n" + blanks + "t</a>" + blanks), "<a>[t][]</a>");
+        }
+    }
 }
 
 TEST(FXmlParser, BlanksBelongToTheTextIfTold) {
