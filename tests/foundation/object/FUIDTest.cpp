@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cstring>
 #include <string>
 
 namespace tessera {
@@ -26,6 +27,13 @@ std::array<std::uint32_t, 4> longsOf(const FUID& uid) {
     std::array<std::uint32_t, 4> longs;
     uid.getLongs(longs[0], longs[1], longs[2], longs[3]);
     return longs;
+}
+
+TEST(FUID, ItsBytesFollowTheTableOfOperations) {
+    const FUID uid(kSample);
+    const auto* start = reinterpret_cast<const char*>(&uid);
+    EXPECT_EQ(sizeof uid, sizeof(void*) + 16);
+    EXPECT_EQ(std::memcmp(start + sizeof(void*), kSample.bytes, 16), 0);
 }
 
 TEST(FUID, ADefaultOneIsNotValid) {

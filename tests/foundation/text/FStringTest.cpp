@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <limits>
@@ -27,6 +29,62 @@ TEST(FString, ADefaultStringIsWideAndEmptyAndStaysSo) {
     EXPECT_STREQ(text.text8(), "");
     EXPECT_TRUE(text.isWide()) << "the accessors don't convert empty text";
     EXPECT_EQ(std::u16string_view(text.text16()), u"");
+}
+
+// The text's pointer follows the table of operations, and the word with the length follows the pointer.
+constexpr std::size_t kPointerPlace = sizeof(void*);
+constexpr std::size_t kWordPlace = kPointerPlace + sizeof(void*);
+constexpr std::uint32_t kWide = 0x40000000;
+constexpr std::uint32_t kSpare = 0x80000000;
+
+std::uint32_t wordOf(const FStringRef& text) {
+    std::uint32_t word = 0;
+    std::memcpy(&word, reinterpret_cast<const char*>(&text) + kWordPlace, sizeof word);
+    return word;
+}
+
+void setSpareBit(FString& text) {
+    const std::uint32_t word = wordOf(text) | kSpare;
+    std::memcpy(reinterpret_cast<char*>(&text) + kWordPlace, &word, sizeof word);
+}
+
+TEST(FString, TheLengthAndTheWidthShareAWord) {
+    const FString text("abc");
+    const void* pointer = nullptr;
+    std::memcpy(&pointer, reinterpret_cast<const char*>(&text) + kPointerPlace, sizeof pointer);
+    EXPECT_EQ(pointer, text.rawText());
+    EXPECT_EQ(wordOf(text), 3u);
+    EXPECT_EQ(wordOf(FString(u"abc")), kWide | 3);
+    EXPECT_EQ(wordOf(FString()), kWide);
+    EXPECT_EQ(wordOf(FStringRef(u"abcd", 2)), kWide | 2);
+    EXPECT_EQ(wordOf(FStringRef()), 0u);
+}
+
+TEST(FString, TheSpareBitStaysThroughEveryChange) {
+    FString text("abc");
+    setSpareBit(text);
+    EXPECT_EQ(text.length(), 3);
+    text.toWide();
+    EXPECT_EQ(wordOf(text), kSpare | kWide | 3);
+    text.append("d ");
+    text.trim();
+    text.toMultiByte();
+    EXPECT_EQ(wordOf(text), kSpare | 4);
+    text.setChar(5, 'f');
+    EXPECT_EQ(wordOf(text), kSpare | 6);
+    text.incrementVersion(2, '_', 0, false);
+    EXPECT_EQ(text.view8(), "abcd f_01");
+    EXPECT_EQ(wordOf(text), kSpare | 9);
+    FString other(u"x");
+    text.swap(other);
+    EXPECT_EQ(wordOf(text), kSpare | kWide | 1);
+    EXPECT_EQ(wordOf(other), 9u) << "what is spare is the object's own";
+    text.take(other);
+    EXPECT_EQ(wordOf(text), kSpare | 9);
+    text.clear();
+    EXPECT_EQ(wordOf(text), kSpare);
+    text.assign16(u"ab");
+    EXPECT_EQ(wordOf(text), kSpare | kWide | 2);
 }
 
 TEST(FString, EachConstructorTakesItsWidth) {

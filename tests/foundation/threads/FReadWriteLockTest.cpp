@@ -18,6 +18,10 @@
 namespace tessera {
 namespace {
 
+// A record of a held lock is a word for the lock and two half words.
+static_assert(sizeof(FHeldLocks::Entry) == 16 && FHeldLocks::kCapacity == 16);
+static_assert(FHeldLocks::kShared == 1 && FHeldLocks::kExclusive == 2);
+
 using Codes = std::vector<int>;
 
 std::mutex codesGuard;
