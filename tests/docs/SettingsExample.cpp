@@ -41,7 +41,17 @@ bool recallFolder(FPath& folder) {
 }
 // [paths in settings]
 
-TEST(SettingsExample, WhatIsSetIsThereAtTheNextStart) {
+// The pool is the process's: what a test has set goes with it.
+class SettingsExample : public testing::Test {
+protected:
+    ~SettingsExample() override {
+        for (const char* group : {"Mixer", "Default Paths"}) {
+            FGlobalDefaultPool::getInstance()->removeGroup(group);
+        }
+    }
+};
+
+TEST_F(SettingsExample, WhatIsSetIsThereAtTheNextStart) {
     const SettingsFolder folder;
     startSettings();
     EXPECT_EQ(getZoom(), 1);
@@ -53,7 +63,7 @@ TEST(SettingsExample, WhatIsSetIsThereAtTheNextStart) {
     EXPECT_EQ(getZoom(), 0.75);
 }
 
-TEST(SettingsExample, AFolderIsRememberedUnderAKey) {
+TEST_F(SettingsExample, AFolderIsRememberedUnderAKey) {
     const SettingsFolder settings;
     startSettings();
     FNPath folder(PathKind::folder);
