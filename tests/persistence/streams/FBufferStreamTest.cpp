@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <limits>
 #include <string>
 
 namespace tessera {
@@ -57,6 +58,18 @@ TEST(FBufferStream, ReadWithNothingLeftGoesToTheStart) {
     EXPECT_EQ(stream.tell(), 0);
 }
 
+TEST(FBufferStream, ReadOfNothingLeavesTheCursor) {
+    CmBuffer buffer;
+    fillBuffer(buffer, "abc");
+    FBufferStream stream(buffer);
+    char text[8] = {};
+    stream.read(text, 2);
+    EXPECT_EQ(stream.read(text, 0), 0);
+    EXPECT_EQ(stream.read(text, -1), 0);
+    EXPECT_EQ(stream.read(nullptr, 1), 0);
+    EXPECT_EQ(stream.tell(), 2);
+}
+
 TEST(FBufferStream, SeekFromTheStartGrowsTheBuffer) {
     CmBuffer buffer;
     FBufferStream stream(buffer);
@@ -95,6 +108,12 @@ TEST(FBufferStream, PositionsOutsideTheBufferAreRefused) {
     EXPECT_EQ(stream.seek(-1, SeekMode::fromEnd), -1);
     EXPECT_EQ(stream.seek(4, SeekMode::fromEnd), -1);
     EXPECT_EQ(stream.seek(std::int64_t{1} << 31, SeekMode::fromStart), -1);
+    for (const std::int64_t far :
+         {std::numeric_limits<std::int64_t>::min(), std::numeric_limits<std::int64_t>::max()}) {
+        for (const SeekMode mode : {SeekMode::fromStart, SeekMode::fromHere, SeekMode::fromEnd}) {
+            EXPECT_EQ(stream.seek(far, mode), -1);
+        }
+    }
     EXPECT_EQ(stream.tell(), 1);
     EXPECT_EQ(buffer.getSize(), 3);
 }

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
+
 namespace tessera {
 namespace {
 
@@ -133,6 +135,15 @@ TEST(FStream, ComparesContentAndLength) {
     fill(a, "");
     fill(b, "");
     EXPECT_TRUE(FStream::compareStreams(a, b));
+}
+
+TEST(FStream, OrderOfBytesStandsBehindTheTableOfRawOperations) {
+    FMemoryStream stream;
+    stream.setSwap(0x1234);
+    std::uint16_t word = 0;
+    const auto* typed = reinterpret_cast<const char*>(static_cast<FTypedStream*>(&stream));
+    std::memcpy(&word, typed + sizeof(void*), sizeof word);
+    EXPECT_EQ(word, 0x1234);
 }
 
 TEST(FStream, KeepsItsFileTypeAndOrder) {
