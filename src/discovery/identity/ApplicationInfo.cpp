@@ -78,7 +78,8 @@ void ApplicationInfo::buildFolders() {
     FString folderName = applicationName_;
     cleanName(folderName, 0, ControlCharacters::drop);
     userDataFolder_ = below(userFolder(UserFolder::applicationData), vendor_, folderName);
-    sharedFilesFolder_ = below(programFolder(ProgramFolder::commonFiles), vendor_);
+    // The name notwithstanding, this is the folder for shared files of programs of this width.
+    sharedFilesFolder_ = below(programFolder(ProgramFolder::commonFilesOther), vendor_);
 }
 
 ApplicationInfo& applicationInfo() {

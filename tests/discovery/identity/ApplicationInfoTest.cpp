@@ -1,9 +1,11 @@
 #include "discovery/identity/ApplicationInfo.h"
 
 #include "persistence/paths/SpecialFolders.h"
+#include "platform/KnownFolders.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <string>
@@ -79,7 +81,8 @@ TEST(ApplicationInfo, TheUsersFolderFollowsVendorAndName) {
 
 TEST(ApplicationInfo, TheSharedFolderFollowsTheVendor) {
     ApplicationInfo info;
-    const std::string common = nativeOf(*programFolder(ProgramFolder::commonFiles));
+    std::string common = utf8Of(FStringRef(platform::knownFolder(platform::KnownFolder::commonFiles)->c_str()));
+    std::replace(common.begin(), common.end(), '\\', '/');
     EXPECT_EQ(nativeOf(info.sharedFilesFolder()), common + "/Marlgrove");
     info.setVendor("Vendor");
     EXPECT_EQ(nativeOf(info.sharedFilesFolder()), common + "/Vendor");
