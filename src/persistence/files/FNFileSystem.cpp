@@ -125,17 +125,6 @@ bool copyToPlace(platform::File& source, const FNPath& place, std::u16string_vie
     return false;
 }
 
-bool deleteTree(platform::Folder& parent, std::u16string_view name) {
-    std::int32_t error = 0;
-    {
-        platform::Folder folder = parent.openFolder(name, error);
-        if (!folder.isOpen() || !emptyFolder(folder, FolderDepth::wholeTree, error)) {
-            return false;
-        }
-    }
-    return parent.deleteFolder(name, error);
-}
-
 bool copyTree(platform::Folder& source, platform::Folder& parent, std::u16string_view name, IFileProgress* progress) {
     std::int32_t error = 0;
     const platform::Folder target = parent.makeFolder(name, error);
@@ -145,7 +134,7 @@ bool copyTree(platform::Folder& source, platform::Folder& parent, std::u16string
     if (copyFolderContent(source, target, progress, error)) {
         return true;
     }
-    deleteTree(parent, name);
+    deleteTree(parent, name, error);
     return false;
 }
 
@@ -477,7 +466,7 @@ bool FNFileSystem::deleteFolder(const FPath& path) {
     }
     const PathParts parts(path);
     platform::Folder parent = platform::Folder::open(parts.folder(), error);
-    if (!parent.isOpen() || !deleteTree(parent, parts.name())) {
+    if (!parent.isOpen() || !deleteTree(parent, parts.name(), error)) {
         return false;
     }
     notifyChange(FileChangeKind::deleted, path, nullptr);

@@ -23,16 +23,6 @@ std::vector<Entry> listEntries(platform::Folder& folder) {
     return entries;
 }
 
-bool deleteTree(platform::Folder& parent, const std::u16string& name, std::int32_t& error) {
-    {
-        platform::Folder folder = parent.openFolder(name, error);
-        if (!folder.isOpen() || !emptyFolder(folder, FolderDepth::wholeTree, error)) {
-            return false;
-        }
-    }
-    return parent.deleteFolder(name, error);
-}
-
 bool copyTree(platform::Folder& from, const platform::Folder& to, const std::u16string& name, IFileProgress* progress,
               std::int32_t& error) {
     platform::Folder source = from.openFolder(name, error);
@@ -82,6 +72,16 @@ bool emptyFolder(platform::Folder& folder, FolderDepth depth, std::int32_t& erro
         }
     }
     return true;
+}
+
+bool deleteTree(platform::Folder& parent, std::u16string_view name, std::int32_t& error) {
+    {
+        platform::Folder folder = parent.openFolder(name, error);
+        if (!folder.isOpen() || !emptyFolder(folder, FolderDepth::wholeTree, error)) {
+            return false;
+        }
+    }
+    return parent.deleteFolder(name, error);
 }
 
 bool copyFolderContent(platform::Folder& from, const platform::Folder& to, IFileProgress* progress,

@@ -25,6 +25,9 @@ void countFolder(platform::Folder& folder, FolderDepth depth, FolderCount& count
 // Stops at the first entry that can't be deleted.
 bool emptyFolder(platform::Folder& folder, FolderDepth depth, std::int32_t& error);
 
+// The folder of that name in `parent`, with all that it holds.
+bool deleteTree(platform::Folder& parent, std::u16string_view name, std::int32_t& error);
+
 // The content of one into the other. False at the first failure, when something in it has no path form, and when
 // progress, which may be null, cancels; what was copied until then stays.
 bool copyFolderContent(platform::Folder& from, const platform::Folder& to, IFileProgress* progress,

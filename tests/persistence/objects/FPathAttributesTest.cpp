@@ -167,12 +167,16 @@ TEST(FPathAttributes, WithAnotherPathTypeHaveSlashes) {
         path.restoreAttributes(tree);
         EXPECT_EQ(fullPath(path), "C:\\a\\b\\c/d") << "the name stays as it is";
     }
-    FAttributes tree;
-    tree.setString("Path", "C:/a/");
-    tree.setInt("PathType", 1);
-    FNPath path;
-    path.restoreAttributes(tree);
-    EXPECT_EQ(fullPath(path), "C:/a/");
+    for (const bool stated : {true, false}) {
+        FAttributes tree;
+        tree.setString("Path", "C:/a/");
+        if (stated) {
+            tree.setInt("PathType", 1);
+        }
+        FNPath path;
+        path.restoreAttributes(tree);
+        EXPECT_EQ(fullPath(path), "C:/a/") << stated;
+    }
 }
 
 TEST(FPathAttributes, CloseTheFolderInFrontOfAName) {
