@@ -7,7 +7,8 @@
 #include <cstdio>
 
 int main() {
-    for (const char* name : {"CmOrderedArray", "FMessage", "CmString", "FMemoryStream", "FNPath"}) {
+    for (const char* name :
+         {"CmOrderedArray", "FMessage", "UIntValue", "FMemoryStream", "FNPath", "Attributes", "CmDate", "FModule"}) {
         tessera::ClassFactory* factory = tessera::ClassFactory::getInstance(true);
         auto* object = factory == nullptr ? nullptr : factory->createInstance(name);
         if (object == nullptr) {

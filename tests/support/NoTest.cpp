@@ -1,0 +1,2 @@
+// The program that owns the precompiled headers of the tests. It does nothing.
+int main() {}
