@@ -45,9 +45,10 @@ public:
     void setFiles(Files files) { splitFiles_ = files == Files::split; }
     bool hasSplitFiles() const { return splitFiles_; }
 
-    // Begins afresh with what the files hold; false when they can't be read, or aren't there. The load gate's no is
-    // false as well: nothing is read then, and no group will be until a later load. In one file the group
-    // "FGlobalDefaultPool" gets the key "Preferences extraced" with the value 1, also after a failure.
+    // Begins afresh with what the files hold. False when they can't be read, or aren't there, and what is in memory
+    // stays where there is one file or none. The load gate's no is false as well: nothing is read then, and no group
+    // will be until a later load. In one file the group "FGlobalDefaultPool" gets the key "Preferences extraced" with
+    // the value 1, also after a failure.
     bool load();
     // Hands the auto-savers what was loaded for them, and runs the restore callbacks.
     void restore();

@@ -111,7 +111,9 @@ void ServiceDiscovery::unregisterService(const ServiceId& id) {
     std::copy_if(records_.begin(), records_.end(), std::back_inserter(going), isIts);
     for (const ServiceRecord& record : going) {
         tell(record, &ServiceObserver::onUnavailable);
-        static_cast<void>(fileSystem().remove(Uri::fromPath(record.path)));
+        if (!folder_.empty()) {
+            static_cast<void>(fileSystem().remove(Uri::fromPath(record.path)));
+        }
         announce(record.name);
         trace(kUnregistered, record.name);
     }
