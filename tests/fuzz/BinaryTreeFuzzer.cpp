@@ -1,5 +1,6 @@
 // The binary form of a document may be broken anywhere: counts, sizes, tags, class names, IDs, nesting. What could be
 // read can be written and read again; its objects are built, and what they are then is stored and detached.
+#include "fuzz/LeaksAllowed.h"
 #include "persistence/attributes/FAttributes.h"
 #include "persistence/objects/BinaryForm.h"
 #include "persistence/streams/FMemoryStream.h"
@@ -9,12 +10,6 @@
 #include <string>
 
 using namespace tessera;
-
-// A document may say of a container that nobody owns its elements, and of objects that they hold each other. They stay
-// behind then, as told; that's no defect.
-extern "C" int __lsan_is_turned_off() {
-    return 1;
-}
 
 namespace {
 

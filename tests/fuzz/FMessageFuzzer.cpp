@@ -5,6 +5,7 @@
 // Hash tables are left out: a few bytes may ask for a million buckets, and so for all the memory there is. Longer
 // inputs are left out, too: text grows when it travels as UTF-8, and more than 50,000 bytes of it aren't read back.
 #include "foundation/messages/FMessage.h"
+#include "fuzz/LeaksAllowed.h"
 #include "persistence/streams/FMemoryStream.h"
 
 #include <cstddef>
@@ -21,12 +22,6 @@ void require(bool holds) {
 }
 
 } // namespace
-
-// A container that owns nothing leaves what it reads to whoever reads it, and nobody here looks into the containers of
-// a message; so what isn't freed is no finding.
-extern "C" const char* __asan_default_options() {
-    return "detect_leaks=0";
-}
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view bytes(reinterpret_cast<const char*>(data), size);

@@ -1,5 +1,6 @@
 // A document may hold anything. What could be read is written, read and written again until it stays the same; then the
 // objects in it are built.
+#include "fuzz/LeaksAllowed.h"
 #include "persistence/objects/FObjectDocument.h"
 
 #include "persistence/streams/FMemoryStream.h"
@@ -10,11 +11,6 @@
 #include <string>
 
 using namespace tessera;
-
-// Objects of a document may hold each other, and nobody breaks such a circle once they are built.
-extern "C" int __lsan_is_turned_off() {
-    return 1;
-}
 
 namespace {
 

@@ -68,7 +68,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
 
     std::u16string any(size / 2, u'\0');
-    std::memcpy(any.data(), data, any.size() * sizeof(char16_t));
+    if (!any.empty()) {
+        std::memcpy(any.data(), data, any.size() * sizeof(char16_t));
+    }
     const std::string narrowed = narrow(any);
     check(isUtf8(narrowed));
     std::u16string back;

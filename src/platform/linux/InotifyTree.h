@@ -12,6 +12,8 @@
 // - What has moved on is tried again after each read: the events that tell where to are on their way. Once all events
 //   have been read, a folder that couldn't be seen in its place is looked for there; if it isn't there the tree is
 //   built anew.
+// - Wherever a folder wasn't found where its events put it, the whole tree is compared with the disk as soon as all
+//   events have been read, and built anew if they differ: renames that overtake each other leave no folder unwatched.
 // - A folder that has lost its place keeps its watch until the queue has been read up to that point: a later event may
 //   give it a new one.
 //
@@ -104,6 +106,9 @@ private:
     void overflowed();
     void checkSuspects();
     void rebuild();
+    void verify();
+    bool isAsOnDisk() const;
+    bool isAsOnDisk(const Node& node) const;
     void finishPending();
 
     void retryMissed();
@@ -144,6 +149,7 @@ private:
     std::vector<int> retry_;
     std::vector<int> suspects_;
     bool rebuild_ = false;
+    bool unsure_ = false; // a folder wasn't where its events had put it
 
     std::vector<char> buffer_;
     std::size_t used_ = 0;

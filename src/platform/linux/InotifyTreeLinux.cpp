@@ -300,14 +300,17 @@ void InotifyTree::relocate(Node& from, std::string_view oldName, Node& to, std::
     // Is it really that one?
     const OpenFile above(openFolder(to));
     if (above.get() == -1) {
+        unsure_ = true;
         suspects_.push_back(folder.watch);
         miss(to, newName, {Telling::loud, true});
         return;
     }
     const OpenFile there(openIn(above.get(), newName));
     if (there.get() == -1) {
+        unsure_ = true;
         suspects_.push_back(folder.watch); // gone from there; a later event should tell where to
     } else if (watchNumber(there.get()) != folder.watch) {
+        unsure_ = true;
         unlink(folder);
         attach(to, newName, Telling::loud);
     }
@@ -355,6 +358,9 @@ void InotifyTree::finishPending() {
             drop(pending.watch);
         }
     }
+    if (unsure_ && queueEnd() == total_) {
+        verify();
+    }
 }
 
 // When all has been read, every folder should stand where we believe that it does. If one doesn't, events have been
@@ -375,6 +381,57 @@ void InotifyTree::checkSuspects() {
         }
     }
     suspects_.clear();
+}
+
+// The last resort, once all events have been read.
+void InotifyTree::verify() {
+    const bool same = isAsOnDisk();
+    if (queueEnd() != total_) {
+        return; // it went on meanwhile; the comparison tells nothing
+    }
+    unsure_ = false;
+    if (!same) {
+        changes_->push_back({FolderChange::kOther, {}});
+        rebuild();
+    }
+}
+
+bool InotifyTree::isAsOnDisk() const {
+    const auto root = nodes_.find(root_);
+    std::vector<const Node*> left;
+    if (root != nodes_.end()) {
+        left.push_back(root->second.get());
+    }
+    while (!left.empty()) {
+        const Node* const node = left.back();
+        left.pop_back();
+        if (!isAsOnDisk(*node)) {
+            return false;
+        }
+        for (const auto& [name, folder] : node->folders) {
+            left.push_back(folder);
+        }
+    }
+    return true;
+}
+
+// Whether the sub-folders are just those that we know; that each is the right one shows when it is opened in its turn.
+bool InotifyTree::isAsOnDisk(const Node& node) const {
+    const int file = openFolder(node);
+    if (file == -1) {
+        return false;
+    }
+    std::size_t count = 0;
+    const FolderEntries entries(file);
+    while (const dirent* entry = entries.next()) {
+        if (entries.isFolder(*entry)) {
+            if (node.folders.find(entry->d_name) == node.folders.end()) {
+                return false;
+            }
+            ++count;
+        }
+    }
+    return count == node.folders.size();
 }
 
 // Sets every watch again, by what is on disk now. Folders that are still there keep theirs.
@@ -479,6 +536,7 @@ int InotifyTree::openIn(int folder, std::string_view name) const {
 void InotifyTree::attach(Node& parent, std::string_view name, Telling telling) {
     const OpenFile above(openFolder(parent));
     if (above.get() == -1) {
+        unsure_ = true;
         miss(parent, name, {telling, true});
         return;
     }
@@ -515,6 +573,7 @@ void InotifyTree::place(int folder, Node& parent, std::string_view name, Telling
         }
         if (node->parent != nullptr) {
             // It has moved here since, or never was what we took it for: then nobody has seen yet what was there.
+            unsure_ = true;
             miss(*node->parent, node->name, {Telling::loud, false});
         }
         link(*node, parent, name);
@@ -528,6 +587,7 @@ void InotifyTree::place(int folder, Node& parent, std::string_view name, Telling
 void InotifyTree::list(Node& node, Telling telling, std::vector<ToList>& further) {
     const int file = openFolder(node);
     if (file == -1) {
+        unsure_ = true;
         node.unlisted = telling;
         retry_.push_back(node.watch);
         return;

@@ -211,7 +211,8 @@ TEST_F(DirectoryWatcherTest, AfterTheLastUnwatchTheWorkerEndsAndNothingIsHeld) {
     EXPECT_GT(openFiles(), files);
     EXPECT_TRUE(watcher_.unwatch(std::vector<std::string>{root(), "/never/watched"}));
     watcher_.unwatch(root()); // not below zero
-    EXPECT_TRUE(eventually([&] { return openFiles() == files && entriesOf("/proc/self/task") == threads; }));
+    // A thread of an earlier test may have been counted: one that has been joined is listed for a moment longer.
+    EXPECT_TRUE(eventually([&] { return openFiles() == files && entriesOf("/proc/self/task") <= threads; }));
     scratch_.write("silent", "");
     // A later watch starts a new worker.
     ASSERT_TRUE(watchRoot());
@@ -277,7 +278,7 @@ TEST_F(DirectoryWatcherTest, StopEndsWithinAMoment) {
         EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(2));
         EXPECT_EQ(openFiles(), files);
     }
-    EXPECT_TRUE(eventually([&] { return entriesOf("/proc/self/task") == threads; }));
+    EXPECT_TRUE(eventually([&] { return entriesOf("/proc/self/task") <= threads; }));
     watcher_.stop(); // without a worker: nothing
     const std::size_t batches = recorder_.batches();
     scratch_.write("silent", "");
