@@ -1,5 +1,7 @@
 #include "platform/FolderRecords.h"
 
+#include "platform/Utf8Text.h"
+
 #include <algorithm>
 #include <cstring>
 #include <optional>
@@ -25,26 +27,6 @@ char16_t unitAt(std::span<const std::byte> name, std::size_t index) {
     return unit;
 }
 
-void appendUtf8(std::string& text, char32_t c) {
-    const auto put = [&text](char32_t byte) { text.push_back(static_cast<char>(byte)); };
-    const auto putRest = [&put, c](int shift) { put(0x80 | ((c >> shift) & 0x3f)); };
-    if (c < 0x80) {
-        put(c);
-    } else if (c < 0x800) {
-        put(0xc0 | (c >> 6));
-        putRest(0);
-    } else if (c < 0x10000) {
-        put(0xe0 | (c >> 12));
-        putRest(6);
-        putRest(0);
-    } else {
-        put(0xf0 | (c >> 18));
-        putRest(12);
-        putRest(6);
-        putRest(0);
-    }
-}
-
 // Half a surrogate pair has no UTF-8: it shows as a replacement character, so that the change isn't lost.
 std::string nameOf(std::span<const std::byte> name) {
     const std::size_t count = name.size() / 2;
@@ -52,12 +34,10 @@ std::string nameOf(std::span<const std::byte> name) {
     text.reserve(count);
     for (std::size_t i = 0; i < count; ++i) {
         const char16_t unit = unitAt(name, i);
-        const bool isHigh = (unit & 0xfc00) == 0xd800;
-        const bool isLow = (unit & 0xfc00) == 0xdc00;
-        if (isHigh && i + 1 < count && (unitAt(name, i + 1) & 0xfc00) == 0xdc00) {
+        if (isHighSurrogate(unit) && i + 1 < count && isLowSurrogate(unitAt(name, i + 1))) {
             ++i;
-            appendUtf8(text, 0x10000 + ((char32_t(unit) & 0x3ff) << 10) + (unitAt(name, i) & 0x3ff));
-        } else if (isHigh || isLow) {
+            appendUtf8(text, joined(unit, unitAt(name, i)));
+        } else if (isHighSurrogate(unit) || isLowSurrogate(unit)) {
             appendUtf8(text, kReplacement);
         } else {
             appendUtf8(text, unit == u'\\' ? U'/' : char32_t(unit));

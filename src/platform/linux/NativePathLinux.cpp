@@ -1,6 +1,6 @@
 #include "platform/NativePath.h"
 
-#include "platform/linux/Utf8Text.h"
+#include "platform/Utf8Text.h"
 
 namespace tessera::platform {
 

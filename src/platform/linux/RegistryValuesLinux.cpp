@@ -11,8 +11,8 @@
 #include "platform/Md5.h"
 #include "platform/NativePath.h"
 #include "platform/SmallFile.h"
+#include "platform/Utf8Text.h"
 #include "platform/linux/UnfinishedName.h"
-#include "platform/linux/Utf8Text.h"
 
 #include <cerrno>
 #include <cstdio>
