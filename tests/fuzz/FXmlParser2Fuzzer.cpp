@@ -2,6 +2,7 @@
 // what a listener is told of a document; stops and resumes lose nothing.
 //
 // Names tell the listener what to do: "s..." suspends the parse, "t..." ends it.
+#include "fuzz/SlowStream.h"
 #include "persistence/streams/FMemoryStream.h"
 #include "persistence/xml/FXmlParser2.h"
 
@@ -14,6 +15,7 @@
 #include <vector>
 
 using namespace tessera;
+using fuzz::SlowStream;
 
 namespace {
 
@@ -22,21 +24,6 @@ void check(bool holds) {
         std::abort();
     }
 }
-
-class SlowStream : public FMemoryStream {
-public:
-    SlowStream(std::string_view text, std::int32_t largestRead)
-        : FMemoryStream(static_cast<const void*>(text.data()), static_cast<std::int32_t>(text.size())),
-          largestRead_(largestRead) {}
-
-    using FMemoryStream::read;
-    std::int32_t read(void* buffer, std::int32_t size) override {
-        return FMemoryStream::read(buffer, std::min(size, largestRead_));
-    }
-
-private:
-    std::int32_t largestRead_;
-};
 
 class Listener final : public IXmlListener {
 public:

@@ -4,6 +4,7 @@
 // The first byte is the set of options. Names tell the reader what to do: "n..." is read by a parse of its own, "r..."
 // as raw text, "s..." is skipped, "f..." refused, "t..." stops the parse.
 #include "foundation/containers/FByteBuffer.h"
+#include "fuzz/SlowStream.h"
 #include "persistence/streams/FMemoryStream.h"
 #include "persistence/xml/FXmlParser.h"
 #include "persistence/xml/XmlEscape.h"
@@ -15,6 +16,7 @@
 #include <string_view>
 
 using namespace tessera;
+using fuzz::SlowStream;
 
 namespace {
 
@@ -23,21 +25,6 @@ void check(bool holds) {
         std::abort();
     }
 }
-
-class SlowStream : public FMemoryStream {
-public:
-    SlowStream(std::string_view text, std::int32_t largestRead)
-        : FMemoryStream(static_cast<const void*>(text.data()), static_cast<std::int32_t>(text.size())),
-          largestRead_(largestRead) {}
-
-    using FMemoryStream::read;
-    std::int32_t read(void* buffer, std::int32_t size) override {
-        return FMemoryStream::read(buffer, std::min(size, largestRead_));
-    }
-
-private:
-    std::int32_t largestRead_;
-};
 
 class Reader : public FXmlParser {
 public:
