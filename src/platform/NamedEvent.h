@@ -4,6 +4,8 @@
 // It exists as long as some process has it open, and starts unset; a crash leaves nothing set behind. Each opener has
 // an object of its own. Move-only; any thread may use it while no other moves or closes it. Waits in milliseconds.
 //
+// On Windows it is the system's own event of that name.
+//
 // On Linux it is the file "<temporary folder>/Marlgrove/Events/<name>": four bytes, mapped shared by all. Bit 0 of that
 // little-endian word is the flag; the bits above count those who are asleep on it, since a signal that wakes nobody
 // needn't ask the kernel. To set it: an atomic or with 1, and, if the old value was above 1, a shared futex wake of
@@ -32,11 +34,13 @@ public:
     NamedEvent& operator=(NamedEvent&& other) noexcept;
     ~NamedEvent() { close(); }
 
-    // Makes the event or opens the existing one. Not open when the name can't be a file's (a "/" in it, "." or "..",
-    // above 255 bytes) or the folder can't be made or used. Null and "" give an event without a name.
+    // Makes the event or opens the existing one. Null and "" give an event without a name. Not open when the name can't
+    // be used: on Linux when it can't be a file's (a "/" in it, "." or "..", above 255 bytes) or the folder can't be
+    // made or used, on Windows when it holds a backslash, has 260 characters or more, or is that of another kind of
+    // object.
     static NamedEvent open(const char* name, Reset reset);
 
-    bool isOpen() const { return word_ != nullptr; }
+    bool isOpen() const { return event_ != nullptr; }
     // False when it isn't open.
     bool signal();
     // Failed when it isn't open. There is no other way out of a wait without limit than a signal.
@@ -46,9 +50,11 @@ public:
     void abandon();
 
 private:
+    static constexpr int kNoDetail = -1;
+
     // Linux: the mapped word and the file. Windows: the event's handle and its kind.
-    std::uint32_t* word_ = nullptr;
-    int file_ = -1;
+    void* event_ = nullptr;
+    int detail_ = kNoDetail;
 };
 
 } // namespace tessera::platform

@@ -21,6 +21,10 @@ constexpr std::uint32_t kOneSleeper = 2;
 constexpr std::size_t kSize = sizeof(std::uint32_t);
 constexpr std::size_t kLongestName = 255;
 
+std::uint32_t* wordOf(void* event) {
+    return static_cast<std::uint32_t*>(event);
+}
+
 bool canNameFile(const char* name) {
     return std::strlen(name) <= kLongestName && std::strchr(name, '/') == nullptr && std::strcmp(name, ".") != 0 &&
            std::strcmp(name, "..") != 0;
@@ -125,13 +129,13 @@ bool giveUp(std::atomic_ref<std::uint32_t> word) {
 } // namespace
 
 NamedEvent::NamedEvent(NamedEvent&& other) noexcept
-    : word_(std::exchange(other.word_, nullptr)), file_(std::exchange(other.file_, -1)) {}
+    : event_(std::exchange(other.event_, nullptr)), detail_(std::exchange(other.detail_, kNoDetail)) {}
 
 NamedEvent& NamedEvent::operator=(NamedEvent&& other) noexcept {
     if (this != &other) {
         close();
-        word_ = std::exchange(other.word_, nullptr);
-        file_ = std::exchange(other.file_, -1);
+        event_ = std::exchange(other.event_, nullptr);
+        detail_ = std::exchange(other.detail_, kNoDetail);
     }
     return *this;
 }
@@ -139,32 +143,32 @@ NamedEvent& NamedEvent::operator=(NamedEvent&& other) noexcept {
 NamedEvent NamedEvent::open(const char* name, Reset) {
     NamedEvent event;
     if (name != nullptr && *name != '\0') {
-        event.file_ = canNameFile(name) ? openFile(name) : -1;
-        if (event.file_ == -1) {
+        event.detail_ = canNameFile(name) ? openFile(name) : kNoDetail;
+        if (event.detail_ == kNoDetail) {
             return event;
         }
     }
-    event.word_ = mapWord(event.file_);
+    event.event_ = mapWord(event.detail_);
     return event;
 }
 
 bool NamedEvent::signal() {
-    if (word_ == nullptr) {
+    if (event_ == nullptr) {
         return false;
     }
-    const std::uint32_t before = std::atomic_ref(*word_).fetch_or(kSet);
+    const std::uint32_t before = std::atomic_ref(*wordOf(event_)).fetch_or(kSet);
     if (before >= kOneSleeper) {
         // All of them, though only one will find the flag: the one that is woken may be killed before it looks.
-        futexWake(word_, INT_MAX, FutexScope::shared);
+        futexWake(wordOf(event_), INT_MAX, FutexScope::shared);
     }
     return true;
 }
 
 NamedEvent::WaitResult NamedEvent::wait(std::uint32_t timeoutMs) {
-    if (word_ == nullptr) {
+    if (event_ == nullptr) {
         return WaitResult::failed;
     }
-    std::atomic_ref word(*word_);
+    std::atomic_ref word(*wordOf(event_));
     if (takeIfSet(word, 0)) {
         return WaitResult::signalled;
     }
@@ -175,7 +179,7 @@ NamedEvent::WaitResult NamedEvent::wait(std::uint32_t timeoutMs) {
     std::uint32_t seen = word.fetch_add(kOneSleeper) + kOneSleeper;
     while (!takeIfSet(word, kOneSleeper)) {
         // Should the flag have been set and taken since the last look, this comes back at once.
-        if (!futexWait(word_, seen & ~kSet, deadline, FutexScope::shared)) {
+        if (!futexWait(wordOf(event_), seen & ~kSet, deadline, FutexScope::shared)) {
             return giveUp(word) ? WaitResult::signalled : WaitResult::timedOut;
         }
         seen = word.load();
@@ -184,17 +188,17 @@ NamedEvent::WaitResult NamedEvent::wait(std::uint32_t timeoutMs) {
 }
 
 void NamedEvent::close() {
-    if (word_ != nullptr) {
-        munmap(std::exchange(word_, nullptr), kSize);
+    if (event_ != nullptr) {
+        munmap(std::exchange(event_, nullptr), kSize);
     }
-    if (file_ != -1) {
-        ::close(std::exchange(file_, -1));
+    if (detail_ != kNoDetail) {
+        ::close(std::exchange(detail_, kNoDetail));
     }
 }
 
 void NamedEvent::abandon() {
-    word_ = nullptr;
-    file_ = -1;
+    event_ = nullptr;
+    detail_ = kNoDetail;
 }
 
 } // namespace tessera::platform

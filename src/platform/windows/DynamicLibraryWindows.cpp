@@ -1,0 +1,57 @@
+#include "platform/DynamicLibrary.h"
+
+#include "platform/SystemErrors.h"
+#include "platform/windows/WideText.h"
+
+#include <windows.h>
+
+#include <utility>
+
+namespace tessera::platform {
+
+namespace {
+
+// Without it the system would show the user a box about a file that is no library, and wait for an answer.
+class NoErrorBoxes {
+public:
+    NoErrorBoxes() { SetThreadErrorMode(SEM_FAILCRITICALERRORS, &before_); }
+    NoErrorBoxes(const NoErrorBoxes&) = delete;
+    NoErrorBoxes& operator=(const NoErrorBoxes&) = delete;
+    ~NoErrorBoxes() { SetThreadErrorMode(before_, nullptr); }
+
+private:
+    DWORD before_ = 0;
+};
+
+} // namespace
+
+std::optional<DynamicLibrary> DynamicLibrary::load(const char* path, std::string* error) {
+    const NoErrorBoxes quiet;
+    HMODULE handle = *path != '\0' ? LoadLibraryW(wideText(std::string_view(path)).c_str()) : nullptr;
+    if (handle != nullptr) {
+        return DynamicLibrary(handle);
+    }
+    if (error != nullptr) {
+        *error = *path != '\0' ? describeError(static_cast<std::int32_t>(GetLastError())) : "the path is empty";
+    }
+    return std::nullopt;
+}
+
+DynamicLibrary::DynamicLibrary(DynamicLibrary&& other) noexcept : handle_(std::exchange(other.handle_, nullptr)) {}
+
+DynamicLibrary& DynamicLibrary::operator=(DynamicLibrary&& other) noexcept {
+    std::swap(handle_, other.handle_);
+    return *this;
+}
+
+DynamicLibrary::~DynamicLibrary() {
+    if (handle_ != nullptr) {
+        FreeLibrary(static_cast<HMODULE>(handle_));
+    }
+}
+
+void* DynamicLibrary::symbol(const char* name) const {
+    return reinterpret_cast<void*>(GetProcAddress(static_cast<HMODULE>(handle_), name));
+}
+
+} // namespace tessera::platform
