@@ -1,9 +1,9 @@
 // ThreadTimer: a timer that belongs to the thread which made it, and ticks from that thread's own loop.
 //
 // Each period it becomes due once; periods that the loop misses are not made up for. On Windows the ticks come through
-// the thread's message loop, if it has one. On Linux, and on Windows where no message loop runs, they come out of
-// runDueTimers. Made, destroyed and run on one thread alone; a timer may destroy itself, or others, from inside its
-// tick.
+// the thread's message loop, if it has one; nothing that such a tick throws gets any further. On Linux, and on Windows
+// where no message loop runs, they come out of runDueTimers. Where there are both, a period has one tick still. Made,
+// destroyed and run on one thread alone; a timer may destroy itself, or others, from inside its tick.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
 // WordLock: many readers or one writer, in eight bytes. No owner, no recursion: a thread that takes it twice waits for
-// itself. A release in a mode in which the lock isn't held lets go of what is held, and does nothing if nothing is.
+// itself. A release is in the mode in which the lock is held; systems differ in what another one does to the lock.
 //
 // The operations come as a table, as a system may lack them. Any thread.
 #pragma once

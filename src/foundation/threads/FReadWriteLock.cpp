@@ -70,11 +70,23 @@ void FReadWriteLock::lockReadBooked() {
     }
 }
 
+// Unlocks in the mode in which the thread has locked: a handler that survives the report of a wrong one must find a
+// lock that is free, and the system's own lock may break when it is released in a mode in which nobody holds it.
+void FReadWriteLock::releaseHeld(FHeldLocks::Mode asked) {
+    const bool exclusive = FHeldLocks::holds(this, FHeldLocks::kExclusive);
+    if (FHeldLocks::pop(this, asked) != 0) {
+        return;
+    }
+    if (exclusive) {
+        lockEntries().releaseExclusive(*fast_);
+    } else {
+        lockEntries().releaseShared(*fast_);
+    }
+}
+
 void FReadWriteLock::unlockReadBooked() {
     if (fast_ != nullptr) {
-        if (FHeldLocks::pop(this, FHeldLocks::kShared) == 0) {
-            lockEntries().releaseShared(*fast_);
-        }
+        releaseHeld(FHeldLocks::kShared);
     } else if (isValid()) {
         slow_->unlockRead();
     }
@@ -93,9 +105,7 @@ void FReadWriteLock::lockWriteBooked() {
 
 void FReadWriteLock::unlockWriteBooked() {
     if (fast_ != nullptr) {
-        if (FHeldLocks::pop(this, FHeldLocks::kExclusive) == 0) {
-            lockEntries().releaseExclusive(*fast_);
-        }
+        releaseHeld(FHeldLocks::kExclusive);
     } else if (isValid()) {
         slow_->unlockWrite();
     }

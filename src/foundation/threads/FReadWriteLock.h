@@ -50,6 +50,7 @@ private:
     void unlockReadBooked();
     void lockWriteBooked();
     void unlockWriteBooked();
+    void releaseHeld(FHeldLocks::Mode asked);
 
     std::unique_ptr<platform::WordLock> fast_;
     std::unique_ptr<platform::SlowReadWriteLock> slow_;

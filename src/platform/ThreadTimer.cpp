@@ -1,5 +1,7 @@
 #include "platform/ThreadTimer.h"
 
+#include "platform/TimerMessages.h"
+
 #include <algorithm>
 #include <chrono>
 #include <utility>
@@ -20,6 +22,10 @@ public:
     std::chrono::milliseconds period;
     Clock::time_point due;
     Tick tick;
+    // The system's own timer.
+    std::uintptr_t messages = 0;
+    // Since the system's timer has told of its period for the last time.
+    bool tickedWithoutMessage = false;
     // Cleared when the timer goes, which may be in the middle of a run of the loop.
     bool alive = true;
 };
@@ -32,10 +38,37 @@ using Timers = std::vector<std::shared_ptr<ThreadTimer::State>>;
 // timer: a timer may well be destroyed when the thread's own variables are gone, at the end of the process.
 thread_local constinit Timers* threadTimers = nullptr;
 
+// The loop that gets the thread's messages has its turn: the timer ticks, unless it has ticked for this period already.
+void timerMessage(std::uintptr_t messages) {
+    if (threadTimers == nullptr) {
+        return;
+    }
+    const auto found = std::find_if(threadTimers->begin(), threadTimers->end(),
+                                    [messages](const auto& timer) { return timer->messages == messages; });
+    if (found == threadTimers->end()) {
+        return;
+    }
+    // Kept by this: the tick may destroy the timer.
+    const std::shared_ptr<ThreadTimer::State> timer = *found;
+    if (std::exchange(timer->tickedWithoutMessage, false)) {
+        return;
+    }
+    timer->due = Clock::now() + timer->period;
+    try {
+        timer->tick();
+    } catch (...) {
+        // The system's frames, and the host's loop below them, are no place for it to pass through.
+    }
+}
+
 } // namespace
 
 ThreadTimer::ThreadTimer(std::uint32_t periodMs, Tick tick)
     : state_(std::make_shared<State>(periodMs, std::move(tick))) {
+    state_->messages = startTimerMessages(periodMs, timerMessage);
+    if (!isRunning()) {
+        return;
+    }
     if (threadTimers == nullptr) {
         threadTimers = new Timers;
     }
@@ -44,6 +77,12 @@ ThreadTimer::ThreadTimer(std::uint32_t periodMs, Tick tick)
 
 ThreadTimer::~ThreadTimer() {
     state_->alive = false;
+    if (isRunning()) {
+        stopTimerMessages(state_->messages);
+    }
+    if (threadTimers == nullptr) {
+        return;
+    }
     std::erase(*threadTimers, state_);
     if (threadTimers->empty()) {
         delete std::exchange(threadTimers, nullptr);
@@ -51,7 +90,7 @@ ThreadTimer::~ThreadTimer() {
 }
 
 bool ThreadTimer::isRunning() const {
-    return true;
+    return state_->messages != 0;
 }
 
 int runDueTimers() {
@@ -72,6 +111,7 @@ int runDueTimers() {
             continue;
         }
         timer->due = now + timer->period;
+        timer->tickedWithoutMessage = true;
         timer->tick();
         ++count;
     }
