@@ -10,6 +10,10 @@ target_compile_options(tesx_compile_options INTERFACE
     $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>
     $<$<COMPILE_LANGUAGE:CXX>:-fno-rtti>
     $<$<BOOL:${TESX_WARNINGS_AS_ERRORS}>:-Werror>)
+if(WIN32)
+    # The wide calls, and of the system's headers no more than we use.
+    target_compile_definitions(tesx_compile_options INTERFACE UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN)
+endif()
 # The host calls by slot number; nothing of the module may be taken from, or given to, another library by symbol name.
 set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
