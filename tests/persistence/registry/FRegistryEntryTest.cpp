@@ -5,23 +5,18 @@
 #include "persistence/attributes/FAttributes.h"
 #include "persistence/streams/FMemoryStream.h"
 #include "platform/RegistryValues.h"
-#include "support/ScopedEnvironment.h"
-#include "support/ScratchFolder.h"
+#include "support/OwnRegistry.h"
 
 #include <gtest/gtest.h>
 
 namespace tessera {
 namespace {
 
-using testing_support::ScopedEnvironment;
-using testing_support::ScratchFolder;
-
 constexpr char16_t kKey[] = u"Software\\Vendor";
 
 class FRegistryEntryTest : public testing::Test {
 protected:
-    ScratchFolder folder_;
-    ScopedEnvironment environment_{"XDG_CONFIG_HOME", folder_.path().string()};
+    testing_support::OwnRegistry registry_;
 };
 
 TEST_F(FRegistryEntryTest, IsCreatedByName) {
@@ -63,7 +58,7 @@ TEST_F(FRegistryEntryTest, PutsBackATextOrItsAbsence) {
 TEST_F(FRegistryEntryTest, SaysWhenItCantBePutBack) {
     FRegistryEntry entry(kKey, u"Path");
     entry.setText("x");
-    const ScopedEnvironment blocked("XDG_CONFIG_HOME", folder_.write("file", ""));
+    registry_.remove();
     EXPECT_FALSE(entry.putBack());
 }
 
