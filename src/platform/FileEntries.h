@@ -29,6 +29,10 @@ bool isSameFile(std::u16string_view a, std::u16string_view b);
 // The path with all links on the way resolved. Nothing when it isn't there.
 std::optional<std::u16string> canonicalPath(std::u16string_view path);
 
+// What the last component is called in its folder, where a path may spell it otherwise: in another case or, once, as a
+// short name. Nothing when it isn't there, and where only one spelling leads to an entry.
+std::optional<std::u16string> storedName(std::u16string_view path);
+
 // A file, marked as read-only or not, or a link, which goes itself. Never a folder.
 bool deleteFile(std::u16string_view path, std::int32_t& error);
 

@@ -70,7 +70,6 @@ public:
 private:
     struct State;
     explicit Folder(std::unique_ptr<State> state);
-    static Folder adopt(int descriptor, std::int32_t& error);
 
     std::unique_ptr<State> state_;
 };

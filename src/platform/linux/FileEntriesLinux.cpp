@@ -209,6 +209,10 @@ std::optional<std::u16string> canonicalPath(std::u16string_view path) {
     return resolved ? fromNativePath(resolved.get()) : std::nullopt;
 }
 
+std::optional<std::u16string> storedName(std::u16string_view) {
+    return std::nullopt;
+}
+
 bool deleteFile(std::u16string_view path, std::int32_t& error) {
     const auto native = toNativePath(path);
     if (!native) {

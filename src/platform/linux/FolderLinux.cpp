@@ -23,6 +23,9 @@ struct Folder::State {
     State& operator=(const State&) = delete;
     ~State() { closedir(stream); }
 
+    // Takes the descriptor; -1 stands for what errno tells.
+    static Folder adopt(int descriptor, std::int32_t& error);
+
     DIR* stream;
     int descriptor;
     FolderEntry entry;
@@ -133,7 +136,7 @@ Folder::Folder(Folder&& other) noexcept = default;
 Folder& Folder::operator=(Folder&& other) noexcept = default;
 Folder::~Folder() = default;
 
-Folder Folder::adopt(int descriptor, std::int32_t& error) {
+Folder Folder::State::adopt(int descriptor, std::int32_t& error) {
     error = descriptor == -1 ? errno : 0;
     if (descriptor == -1) {
         return Folder();
@@ -153,7 +156,7 @@ Folder Folder::open(std::u16string_view path, std::int32_t& error) {
         noSuchName(error);
         return Folder();
     }
-    return adopt(::open(native->c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC), error);
+    return State::adopt(::open(native->c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC), error);
 }
 
 const FolderEntry* Folder::next() {
@@ -207,7 +210,7 @@ Folder Folder::openFolder(std::u16string_view name, std::int32_t& error) const {
         return Folder();
     }
     const int flags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
-    return adopt(::openat(state_->descriptor, native->c_str(), flags), error);
+    return State::adopt(::openat(state_->descriptor, native->c_str(), flags), error);
 }
 
 Folder Folder::makeFolder(std::u16string_view name, std::int32_t& error) const {
