@@ -53,8 +53,7 @@ protected:
         case 'n':
             return isEmpty || parse(context);
         case 'r':
-            setRawText(!isEmpty);
-            return true;
+            return isEmpty || parseRawText(context);
         case 's':
             return isEmpty || skipSubtree();
         case 'f':
@@ -67,7 +66,6 @@ protected:
         }
     }
     bool endElement(const char* name, void*) override {
-        setRawText(false);
         events += std::string("</") + name + ">";
         return true;
     }

@@ -36,9 +36,17 @@ FXmlParser::FXmlParser(FStream* stream, FXmlReadAhead readAhead)
 
 FXmlParser::~FXmlParser() = default;
 
+bool FXmlParser::parse(void* context) {
+    return run(context, false);
+}
+
+bool FXmlParser::parseRawText(void* context) {
+    return run(context, true);
+}
+
 bool FXmlParser::skipSubtree() {
     const bool outer = std::exchange(skipping_, true);
-    const bool done = parse(nullptr);
+    const bool done = run(nullptr, false);
     skipping_ = outer;
     return done;
 }
@@ -66,7 +74,6 @@ void FXmlParser::setStream(FStream* stream) {
     textGoesOn_ = false;
     streamEnded_ = false;
     afterReturn_ = false;
-    rawText_ = false;
     if (nesting_ == 0) {
         openTags_.removeAll();
     }
@@ -101,7 +108,7 @@ bool FXmlParser::comment(const char*, void*, bool) {
     return true;
 }
 
-bool FXmlParser::parse(void* context) {
+bool FXmlParser::run(void* context, bool rawText) {
     assert(!inEmptyElement_ && "the end tag that this call looks for is that of the element around it");
     if (nesting_ == kMaximumNesting) {
         errorState_ = FXmlError::unexpectedTag;
@@ -113,9 +120,11 @@ bool FXmlParser::parse(void* context) {
         stop_ = stop_ && entryDepth != 0;
     }
     errorState_ = FXmlError::none;
+    const bool outerRawText = std::exchange(rawText_, rawText);
     ++nesting_;
     readElements(context, entryDepth);
     --nesting_;
+    rawText_ = outerRawText;
     return errorState_ == FXmlError::none;
 }
 

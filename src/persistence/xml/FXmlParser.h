@@ -96,13 +96,9 @@ protected:
     void setErrorState(FXmlError state) { errorState_ = state; }
     bool isSkipping() const { return skipping_; }
 
-    // Tells the listener of malformed documents as well.
-    void fail(FXmlError error);
-    // With that of the element whose start is told, unless it is empty; without that of the one whose end is told.
-    std::int32_t countOpenTags() const { return openTags_.getCount(); }
-
-    // From the next token on: text counts with every byte, so blanks and line ends in front of it are delivered.
-    void setRawText(bool on) { rawText_ = on; }
+    // As parse, from inside startElement, for an element whose text counts with every byte: blanks and line ends in
+    // front of a text are delivered, right from behind the start tag.
+    bool parseRawText(void* context);
 
     // For readers that go on by themselves, byte by byte: the next byte, or -1 at the end of the stream.
     int nextByte();
@@ -114,6 +110,7 @@ protected:
 private:
     static constexpr int kNoByte = -1;
 
+    bool run(void* context, bool rawText);
     void readElements(void* context, std::int32_t entryDepth);
     bool readContent(FXmlToken token, FXmlToken before, void* context, std::int32_t entryDepth);
     bool isBeyondLastTag() const;
@@ -129,6 +126,7 @@ private:
     FRefPtr<FXmlAttribute> newAttribute();
     void recycle(FXmlAttributeList& attributes);
     void accept(bool accepted);
+    void fail(FXmlError error);
 
     FXmlToken readContentToken();
     FXmlToken readTagToken();

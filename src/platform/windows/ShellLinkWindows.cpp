@@ -1,0 +1,66 @@
+#include "platform/windows/ShellLink.h"
+
+#include "platform/windows/ComponentLibrary.h"
+#include "platform/windows/SystemPath.h"
+
+#include <shlobj.h>
+
+namespace tessera::platform {
+
+namespace {
+
+// The link, and its view as a file.
+struct LinkObject {
+    ComponentPointer<IShellLinkW> link;
+    ComponentPointer<IPersistFile> file;
+
+    HRESULT create() {
+        const HRESULT made =
+            ::CoCreateInstance(CLSID_ShellLink, nullptr, CLSCTX_INPROC_SERVER, IID_IShellLinkW, link.untypedOut());
+        return FAILED(made) ? made : link->QueryInterface(IID_IPersistFile, file.untypedOut());
+    }
+};
+
+// Takes the name before the link is saved under it, which would replace what has it.
+bool reserve(const std::wstring& path, std::int32_t& error) {
+    const File file =
+        fileOf(::CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
+    error = file.isOpen() ? 0 : lastSystemError();
+    return file.isOpen();
+}
+
+} // namespace
+
+bool saveShellLink(const std::wstring& path, const std::wstring& target, std::int32_t& error) {
+    if (!reserve(path, error)) {
+        return false;
+    }
+    const ComponentLibrary library;
+    LinkObject object;
+    HRESULT result = object.create();
+    if (SUCCEEDED(result)) {
+        result = object.link->SetPath(target.c_str());
+    }
+    if (SUCCEEDED(result)) {
+        result = object.file->Save(path.c_str(), FALSE);
+    }
+    error = systemErrorOf(result);
+    if (FAILED(result)) {
+        ::DeleteFileW(path.c_str());
+    }
+    return SUCCEEDED(result);
+}
+
+std::optional<std::wstring> loadShellLink(const std::wstring& path) {
+    const ComponentLibrary library;
+    LinkObject object;
+    wchar_t target[MAX_PATH] = {};
+    // What the link says as it stands: nothing is searched for, which could take long and ask the user.
+    if (FAILED(object.create()) || FAILED(object.file->Load(path.c_str(), STGM_READ)) ||
+        object.link->GetPath(target, MAX_PATH, nullptr, 0) != S_OK || target[0] == L'\0') {
+        return std::nullopt;
+    }
+    return target;
+}
+
+} // namespace tessera::platform
