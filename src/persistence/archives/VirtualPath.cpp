@@ -48,7 +48,7 @@ std::optional<KeyPlace> nonEmpty(std::size_t start, std::size_t end) {
 // Without a further double backslash the second test decides, which takes all of it for the archive: `last` may then be
 // the one of a share, or overlap with the first.
 std::optional<KeyPlace> placeOfInner(const Doubles& doubles) {
-    if (doubles.first == kNone || doubles.first < 1 || doubles.next == kNone || doubles.last <= doubles.first) {
+    if (doubles.next == kNone || doubles.last <= doubles.first) {
         return std::nullopt;
     }
     // With more than one level of archives the key is a virtual path itself.
@@ -57,11 +57,11 @@ std::optional<KeyPlace> placeOfInner(const Doubles& doubles) {
 
 std::optional<KeyPlace> placeInArchivePath(u16string_view text) {
     const Doubles doubles(text);
-    if (const auto place = placeOfInner(doubles)) {
-        return place;
-    }
-    if (doubles.first != kArchiveStart || doubles.next != kNone) {
+    if (doubles.first != kArchiveStart) {
         return std::nullopt;
+    }
+    if (const auto place = placeOfInner(doubles); place || doubles.next != kNone) {
+        return place;
     }
     std::size_t end = text.size();
     // A separator at the end of a folder's text doesn't belong to the archive's name.

@@ -30,6 +30,8 @@ constexpr Row kRows[] = {
     {"nothing behind the scheme", u"vfs:\\\\", u"vfs", nullptr, u""},
     {"no double separator", u"vfs:C:\\a.pak", nullptr, nullptr, u""},
     {"a double separator too late", u"vfs:C\\\\a.pak", nullptr, nullptr, u""},
+    {"two double separators too late", u"vfs:C\\\\a.pak\\\\b", nullptr, nullptr, u""},
+    {"a scheme of more than the prefix", u"vfs:x:\\\\C:\\a.pak\\\\b", u"vfs:x", nullptr, u""},
     {"another scheme", u"kpssound:\\\\lib\\x\\y", u"kpssound", u"LIB", u"\\x\\y"},
     {"another scheme's root", u"kpssound:\\\\lib", u"kpssound", u"LIB", u"\\"},
     {"another scheme without a key", u"kpssound:\\\\", u"kpssound", nullptr, u""},
