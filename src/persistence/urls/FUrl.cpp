@@ -1,5 +1,6 @@
 #include "persistence/urls/FUrl.h"
 
+#include "persistence/archives/VirtualPath.h"
 #include "persistence/paths/FNPath.h"
 #include "persistence/paths/PathText.h"
 #include "persistence/urls/PercentCoding.h"
@@ -40,6 +41,11 @@ std::uint16_t portOf(u16string_view digits) {
     return error == std::errc() && end == text.data() + text.size() && isAscii ? port : std::uint16_t(0);
 }
 
+// Where an archive is named, "C:" is the drive that it lies on: a host's port would stand behind the colon.
+bool isVirtualDrive(u16string_view text, u16string_view authority) {
+    return authority.size() == 2 && isDriveLetter(authority[0]) && authority[1] == u':' && isVirtualText(text);
+}
+
 } // namespace
 
 FUrl::FUrl(const FStringRef& text) : FUrl() {
@@ -74,7 +80,7 @@ void FUrl::set(const FStringRef& text, PathKind kind) {
             // The colons of a numeric address stand in brackets.
             const std::size_t bracket = authority.rfind(u']');
             const std::size_t colon = authority.find(u':', bracket == authority.npos ? 0 : bracket);
-            host_ = stringOf(cutAt(authority, colon));
+            host_ = stringOf(cutAt(authority, isVirtualDrive(whole, authority) ? authority.npos : colon));
             port_ = portOf(authority);
         }
         adoptProtocol(scheme);

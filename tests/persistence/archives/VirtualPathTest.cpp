@@ -78,6 +78,11 @@ TEST(VirtualPath, AUrlCountsWithBackslashes) {
     FString key;
     ASSERT_TRUE(FArchiveManager::getArchiveKey(url, key));
     EXPECT_TRUE(key == FString(u"\\tmp\\a.pak"));
+    const FUrl drive(FString("vfs://C:/a.pak//b/c"));
+    EXPECT_EQ(virtualTextOf(drive), u"vfs:\\\\C:\\a.pak\\\\b\\c");
+    ASSERT_TRUE(FArchiveManager::getArchiveKey(drive, key));
+    EXPECT_TRUE(key == FString(u"C:\\a.pak"));
+    EXPECT_TRUE(FArchiveManager::getInnerPath(drive) == FString(u"b\\c"));
 }
 
 TEST(VirtualPath, WithoutAPartTheTextStaysAsItWas) {

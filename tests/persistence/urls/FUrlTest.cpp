@@ -73,6 +73,15 @@ TEST(FUrl, ForFileAllBehindTheSchemeIsTheFile) {
     EXPECT_EQ(partsOf("FILE:///C:/x"), (Parts{"FILE", "", 0, "/C:/x", "", "", "FILE:///C:", "x", false}));
 }
 
+TEST(FUrl, TheDriveOfAnArchiveIsNoHostWithAPort) {
+    EXPECT_EQ(partsOf("vfs://C:/a.pak//b/c"),
+              (Parts{"vfs", "C:", 0, "a.pak//b/c", "", "", "vfs://C:/a.pak//b", "c", false}));
+    EXPECT_EQ(fullOf(urlOf("archive://d:/x")), "archive://d:/x");
+    EXPECT_EQ(urlOf("vfs://C:80/x").getPort(), 80);
+    EXPECT_EQ(utf8(urlOf("vfs://C:80/x").getHost()), "C");
+    EXPECT_EQ(utf8(urlOf("http://C:/x").getHost()), "C");
+}
+
 TEST(FUrl, ATextWithoutASchemeIsAFile) {
     EXPECT_EQ(partsOf("a/b"), (Parts{"", "", 0, "a/b", "", "", ":///a", "b", false}));
     EXPECT_EQ(partsOf(""), (Parts{"", "", 0, "", "", "", "://", "", true}));
