@@ -3,6 +3,7 @@
 
 #include "persistence/files/FFileSystem.h"
 
+#include <atomic>
 #include <cstdint>
 
 namespace tessera {
@@ -14,11 +15,11 @@ public:
     // Lets go of all that it holds open. Afterwards every operation answers with nothing.
     virtual void close() {}
 
-    // The streams that it has handed out and that are still there.
+    // The streams that it has handed out and that are still there. Whoever has one may release it on any thread.
     std::int32_t getOpenCount() const { return openCount_; }
 
 protected:
-    std::int32_t openCount_ = 0;
+    std::atomic<std::int32_t> openCount_{0};
 };
 
 } // namespace tessera

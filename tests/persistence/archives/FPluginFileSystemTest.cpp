@@ -2,7 +2,11 @@
 
 #include "persistence/archives/ArchiveTest.h"
 
+#include <latch>
 #include <map>
+#include <string>
+#include <thread>
+#include <vector>
 
 namespace tessera::test {
 namespace {
@@ -68,6 +72,34 @@ TEST_F(FPluginFileSystemTest, CountsFilesAndFolders) {
     EXPECT_EQ(files_->countFiles(in(""), false, false, nullptr), 1);
     EXPECT_EQ(files_->countFiles(in("sub"), true, false, nullptr), 2);
     EXPECT_EQ(files_->countFiles(in("x", "missing.pak"), true, true, nullptr), 0);
+}
+
+TEST_F(FPluginFileSystemTest, CountsStreamsThatAreReleasedOnSeveralThreads) {
+    constexpr int kThreads = 4;
+    constexpr int kStreams = 3000;
+    std::vector<std::vector<FStream*>> streams(kThreads);
+    for (auto& each : streams) {
+        for (int i = 0; i < kStreams; ++i) {
+            FNPath path = in("file.wav");
+            each.push_back(files_->openFile(path, FileOpenMode::read, nullptr));
+            ASSERT_NE(each.back(), nullptr);
+        }
+    }
+    EXPECT_EQ(mount()->getOpenCount(), kThreads * kStreams);
+    std::latch start(kThreads);
+    std::vector<std::thread> threads;
+    for (const auto& each : streams) {
+        threads.emplace_back([&each, &start] {
+            start.arrive_and_wait();
+            for (FStream* stream : each) {
+                stream->release();
+            }
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    EXPECT_EQ(mount()->getOpenCount(), 0);
 }
 
 TEST_F(FPluginFileSystemTest, ChangesGoToTheVolume) {
