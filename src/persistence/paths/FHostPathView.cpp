@@ -63,10 +63,7 @@ FResult FHostPathView::name(char16_t* buffer) {
 
 FResult FHostPathView::extension(char16_t* buffer) {
     FString text;
-    if (!owner_.getExtension(text)) {
-        deliver({}, buffer, kExtensionLength);
-        return kResultFalse;
-    }
+    owner_.getExtension(text);
     return deliver(pathtext::viewOf(text), buffer, kExtensionLength);
 }
 
@@ -99,7 +96,8 @@ FResult FHostPathView::setKind(std::int32_t kind) {
 }
 
 FResult FHostPathView::ascend() {
-    return owner_.ascend() ? kResultOk : kResultFalse;
+    owner_.ascend();
+    return kResultOk;
 }
 
 FResult FHostPathView::fileType(HostTypeRecord* record) {

@@ -68,8 +68,10 @@ TEST_F(FHostPathViewTest, ExtensionOfThirtyTwoCharactersIsNotDelivered) {
     EXPECT_EQ(host.extension(buffer), kResultFalse);
     EXPECT_EQ(buffer[0], u'\0');
     path->setName(u"a");
-    EXPECT_EQ(host.extension(buffer), kResultFalse);
+    buffer[0] = u'?';
+    EXPECT_EQ(host.extension(buffer), kResultOk);
     EXPECT_EQ(buffer[0], u'\0');
+    EXPECT_EQ(host.extension(nullptr), kInvalidArgument);
 }
 
 TEST_F(FHostPathViewTest, SetPathParsesAndAppendDescends) {
@@ -86,7 +88,8 @@ TEST_F(FHostPathViewTest, SetPathParsesAndAppendDescends) {
     EXPECT_EQ(host.append(nullptr, 0), kInvalidArgument);
     path->set(u"a", PathKind::file);
     path->setPath(u"");
-    EXPECT_EQ(host.ascend(), kResultFalse);
+    EXPECT_EQ(host.ascend(), kResultOk) << "that there is no folder shows in the path";
+    EXPECT_EQ(fullOf(*path), u"a");
 }
 
 TEST_F(FHostPathViewTest, KindsGoBothWays) {
@@ -150,6 +153,12 @@ TEST_F(FHostPathViewTest, MakeUniqueCountsUpward) {
     EXPECT_TRUE(path->getExtension(extension));
     EXPECT_EQ(text(extension), u"txt");
     fs::remove(taken);
+}
+
+TEST_F(FHostPathViewTest, MakeUniqueSaysWhenThereIsNoFreeName) {
+    path->setName((std::u16string(300, u'x') + u".txt").c_str());
+    EXPECT_EQ(host.makeUnique(), kResultFalse);
+    EXPECT_EQ(FPath().hostView().makeUnique(), kResultFalse);
 }
 
 TEST_F(FHostPathViewTest, PathIsBuiltFromAHostsPath) {
