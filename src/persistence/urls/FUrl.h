@@ -8,8 +8,7 @@
 //     http://host:8080/a/b.wav    protocol "http", host "host", port 8080, file "a/b.wav"
 //                                 folder "http://host:8080/a", name "b.wav"
 //     file:///tmp/a.wav           protocol "file", file "/tmp/a.wav"; folder "file:///tmp", name "a.wav"
-//     vfs://C:/a.pak//b.wav       protocol "vfs", host "C:", file "a.pak//b.wav": the drive of an archive keeps its
-//     colon
+//     vfs://C:/a.pak//b.wav       protocol "vfs", host "C:" (a drive here, no host and port), file "a.pak//b.wav"
 //
 // Binary form: protocol and host as strings, a 16-bit port, file as a string, then user and password as strings, which
 // older streams may lack at their end.

@@ -1,10 +1,24 @@
 #include "appservices/formatting/CmTime.h"
-#include "foundation/containers/CmString.h"
+
+#include "StoredCountTest.h"
 #include "foundation/object/ClassFactory.h"
 #include "foundation/object/FRefPtr.h"
-#include "persistence/attributes/FAttributes.h"
 
 #include <gtest/gtest.h>
+
+namespace tessera::test {
+
+template <>
+struct StoredCount<CmTime> {
+    static constexpr const char* key = "Seconds";
+    static constexpr std::int64_t least = 0;
+    static constexpr std::int64_t most = UINT32_MAX;
+    static std::int64_t of(const CmTime& object) { return object.getSeconds(); }
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(CmTime, StoredCountTest, CmTime);
+
+} // namespace tessera::test
 
 namespace tessera {
 namespace {
@@ -34,29 +48,6 @@ TEST(CmTime, KeepsACountBeyondADayAndShowsTheTimeOfThatDay) {
     EXPECT_EQ(CmTime(0xffffffffu).getText(), FStringRef("06:28:15"));
 }
 
-TEST(CmTime, ComparesAndHashesByItsSeconds) {
-    const CmTime early(10);
-    const CmTime same(10);
-    const CmTime late(20);
-    const CmString other(FStringRef("10"));
-    EXPECT_TRUE(early.isEqual(&same));
-    EXPECT_FALSE(early.isEqual(&late));
-    EXPECT_FALSE(early.isEqual(&other));
-    EXPECT_FALSE(early.isEqual(nullptr));
-    EXPECT_LT(early.compare(&late), 0);
-    EXPECT_GT(late.compare(&early), 0);
-    EXPECT_EQ(early.compare(&same), 0);
-    EXPECT_EQ(late.hash(7), 6u);
-    EXPECT_EQ(late.hash(0), 0u);
-}
-
-TEST(CmTime, IsClonedWithItsSeconds) {
-    const CmTime time(12'345);
-    const auto copy = FRefPtr<CmTime>::adopt(time.clone());
-    EXPECT_NE(copy.get(), &time);
-    EXPECT_EQ(copy->getSeconds(), 12'345u);
-}
-
 TEST(CmTime, TakesTheTimeOfDayOutOfACountSince1970) {
     CmTime time;
     time.setFromUnixTime(784'111'777);
@@ -83,37 +74,6 @@ TEST(CmTime, RefusesTextThatIsNoTimeAndStays) {
         EXPECT_FALSE(time.setText(text));
         EXPECT_EQ(time.getSeconds(), 77u);
     }
-}
-
-TEST(CmTime, KeepsItsCountUnderSecondsAsAnInteger) {
-    FAttributes attributes;
-    ASSERT_TRUE(CmTime(12'345).storeAttributes(attributes));
-    ASSERT_EQ(attributes.getCount(), 1);
-    EXPECT_TRUE(attributes.at(0)->hasType(AttributeBits::kInteger));
-    std::int64_t stored = 0;
-    ASSERT_TRUE(attributes.getInt("Seconds", stored));
-    EXPECT_EQ(stored, 12'345);
-    CmTime restored;
-    ASSERT_TRUE(restored.restoreAttributes(attributes));
-    EXPECT_EQ(restored.getSeconds(), 12'345u);
-}
-
-TEST(CmTime, StaysWhenItsAttributeIsMissing) {
-    FAttributes attributes;
-    CmTime object(7);
-    EXPECT_FALSE(object.restoreAttributes(attributes));
-    EXPECT_EQ(object.getSeconds(), 7u);
-}
-
-TEST(CmTime, TakesTheNearestCountForANumberThatDoesNotFit) {
-    FAttributes attributes;
-    CmTime object;
-    attributes.setInt("Seconds", -1);
-    ASSERT_TRUE(object.restoreAttributes(attributes));
-    EXPECT_EQ(object.getSeconds(), 0u);
-    attributes.setInt("Seconds", std::int64_t{1} << 40);
-    ASSERT_TRUE(object.restoreAttributes(attributes));
-    EXPECT_EQ(object.getSeconds(), UINT32_MAX);
 }
 
 } // namespace

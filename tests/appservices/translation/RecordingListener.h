@@ -17,6 +17,10 @@ public:
     int endsAt = 0;
     std::string unwanted;
 
+    void forget() {
+        told.clear();
+        lines.clear();
+    }
     void addLanguage(std::string_view code, std::u16string_view name) override {
         told.push_back(u"language " + widen(code) + u": " + std::u16string(name));
     }

@@ -1,6 +1,7 @@
 #include "appservices/translation/TranslationReader.h"
 
 #include "RecordingListener.h"
+#include "TranslationText.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -10,14 +11,15 @@
 namespace tessera {
 namespace {
 
+using test::inLanguages;
+using test::inStrings;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
 class TranslationReaderTest : public testing::Test {
 protected:
     bool read(const std::string& text) {
-        listener_.told.clear();
-        listener_.lines.clear();
+        listener_.forget();
         // Not a byte more than the file has: what reads on is found by the sanitizers.
         const std::vector<char> bytes(text.begin(), text.end());
         TranslationReader reader({bytes.data(), bytes.size()}, listener_);
@@ -32,12 +34,6 @@ protected:
     std::string errorOf(const std::string& text) {
         EXPECT_FALSE(read(text)) << text;
         return error_;
-    }
-    static std::string inStrings(const std::string& content) {
-        return "<Translation><StringTable>" + content + "</StringTable></Translation>";
-    }
-    static std::string inLanguages(const std::string& content) {
-        return "<Translation><LanguageTable>" + content + "</LanguageTable></Translation>";
     }
 
     test::RecordingListener listener_;

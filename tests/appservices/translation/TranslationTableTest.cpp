@@ -1,6 +1,7 @@
 #include "appservices/translation/TranslationTable.h"
 
 #include "ProgramFolders.h"
+#include "TranslationText.h"
 #include "appservices/translation/LanguageTable.h"
 #include "appservices/translation/TranslatedText.h"
 #include "persistence/streams/FMemoryStream.h"
@@ -18,6 +19,7 @@
 namespace tessera {
 namespace {
 
+using test::inStrings;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing_support::ScopedEnvironment;
@@ -52,9 +54,6 @@ protected:
             result.push_back(std::string(language.code.text()) + " " + name.text8());
         }
         return result;
-    }
-    static std::string inStrings(const std::string& content) {
-        return "<Translation><StringTable>" + content + "</StringTable></Translation>";
     }
 
     ScopedEnvironment all_{"LC_ALL", ""};

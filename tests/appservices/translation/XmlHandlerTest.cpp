@@ -1,6 +1,7 @@
 #include "appservices/translation/XmlHandler.h"
 
 #include "RecordingListener.h"
+#include "TranslationText.h"
 #include "persistence/streams/FMemoryStream.h"
 #include "persistence/xml/FXmlParser2.h"
 
@@ -14,14 +15,15 @@
 namespace tessera {
 namespace {
 
+using test::inLanguages;
+using test::inStrings;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
 class XmlHandlerTest : public testing::Test {
 protected:
     bool read(const std::string& text) {
-        listener_.told.clear();
-        listener_.lines.clear();
+        listener_.forget();
         FMemoryStream stream(static_cast<const void*>(text.data()), static_cast<std::int32_t>(text.size()));
         auto owned = std::make_unique<XmlHandler>(listener_);
         const XmlHandler& handler = *owned;
@@ -30,12 +32,6 @@ protected:
         strings_ = handler.getStringCount();
         error_ = std::string(handler.getErrorMessage().view8());
         return complete;
-    }
-    static std::string inStrings(const std::string& content) {
-        return "<Translation><StringTable>" + content + "</StringTable></Translation>";
-    }
-    static std::string inLanguages(const std::string& content) {
-        return "<Translation><LanguageTable>" + content + "</LanguageTable></Translation>";
     }
 
     test::RecordingListener listener_;
