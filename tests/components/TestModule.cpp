@@ -10,6 +10,7 @@
 #include "shell/hostapi/FactoryInfo.h"
 #include "shell/hostapi/IModuleFactory3.h"
 #include "shell/hostapi/IPlugin.h"
+#include "support/Counted.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -72,21 +73,9 @@ void nameOf(std::int32_t index, char (&name)[64]) {
     std::snprintf(name, sizeof name, "%s %d", MODULE_NAME, static_cast<int>(index));
 }
 
-class Plugin final : public IPlugin {
+class Plugin final : public test::Counted<IPlugin> {
 public:
-    virtual ~Plugin() { note("object gone"); }
-    FResult queryInterface(const FUIDBytes& uid, void** out) override {
-        *out = uid == IBaseUnknown::iid ? this : nullptr;
-        return *out == nullptr ? kNoInterface : (++references_, kResultOk);
-    }
-    std::uint32_t addRef() override { return ++references_; }
-    std::uint32_t release() override {
-        const std::uint32_t left = --references_;
-        if (left == 0) {
-            delete this;
-        }
-        return left;
-    }
+    ~Plugin() override { note("object gone"); }
     FResult initialize(IBaseUnknown* context) override {
         note(context != nullptr ? "initialize" : "initialize without context");
         return kAdmitsHost ? kResultOk : kResultFalse;
@@ -95,28 +84,17 @@ public:
         note("terminate");
         return kResultOk;
     }
-
-private:
-    std::uint32_t references_ = 1;
 };
 
-class Factory final : public IModuleFactory3 {
+class Factory final : public test::Counted<IModuleFactory3> {
 public:
-    virtual ~Factory() { note("factory gone"); }
+    ~Factory() override { note("factory gone"); }
     FResult queryInterface(const FUIDBytes& uid, void** out) override {
         const bool known = uid == IBaseUnknown::iid || uid == IModuleFactory::iid ||
                            (MODULE_FACTORY >= 2 && uid == IModuleFactory2::iid) ||
                            (MODULE_FACTORY >= 3 && uid == IModuleFactory3::iid);
         *out = known ? this : nullptr;
-        return *out == nullptr ? kNoInterface : (++references_, kResultOk);
-    }
-    std::uint32_t addRef() override { return ++references_; }
-    std::uint32_t release() override {
-        const std::uint32_t left = --references_;
-        if (left == 0) {
-            delete this;
-        }
-        return left;
+        return known ? (addRef(), kResultOk) : kNoInterface;
     }
     FResult describeFactory(FactoryInfo* info) override {
         note("described");
@@ -178,9 +156,6 @@ public:
         note("attached");
         return kResultOk;
     }
-
-private:
-    std::uint32_t references_ = 1;
 };
 
 } // namespace

@@ -13,7 +13,7 @@ using namespace tessera;
 
 constexpr FUIDBytes kClassId = "{0D5E7B1C-94A2-4C0E-8F6B-3A57D2E019C4}"_uid;
 
-class TarFileSystem final : public tar::Counted<IVirtualFileSystem> {
+class TarFileSystem final : public test::Counted<IVirtualFileSystem> {
 public:
     FResult initialize(IBaseUnknown*) override { return kResultOk; }
     FResult getFileType(HostTypeRecord* record) override {
@@ -29,7 +29,7 @@ public:
     IVirtualVolume* openVolume(IHostStream* stream) override { return tar::TarVolume::open(stream); }
 };
 
-class Factory final : public tar::Counted<IModuleFactory> {
+class Factory final : public test::Counted<IModuleFactory> {
 public:
     FResult describeFactory(FactoryInfo* info) override {
         *info = {};

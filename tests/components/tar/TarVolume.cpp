@@ -1,6 +1,7 @@
 #include "TarVolume.h"
 
 #include "platform/NativePath.h"
+#include "support/VirtualEntryList.h"
 
 #include <algorithm>
 #include <archive.h>
@@ -101,7 +102,7 @@ std::optional<std::u16string> pathOf(const char* name) {
     return path.empty() ? std::nullopt : std::optional(std::move(path));
 }
 
-class MemoryStream final : public Counted<IHostStream> {
+class MemoryStream final : public test::Counted<IHostStream> {
 public:
     explicit MemoryStream(std::string bytes) : bytes_(std::move(bytes)) {}
 
@@ -146,27 +147,6 @@ public:
 private:
     std::string bytes_;
     std::size_t position_ = 0;
-};
-
-class EntryIterator final : public Counted<IVirtualIterator> {
-public:
-    explicit EntryIterator(std::vector<VirtualEntry> entries) : entries_(std::move(entries)) {}
-
-    FResult next(VirtualEntry* entry) override {
-        if (next_ == entries_.size()) {
-            return kResultFalse;
-        }
-        *entry = entries_[next_++];
-        return kResultOk;
-    }
-    FResult reset() override {
-        next_ = 0;
-        return kResultOk;
-    }
-
-private:
-    std::vector<VirtualEntry> entries_;
-    std::size_t next_ = 0;
 };
 
 } // namespace
@@ -270,7 +250,7 @@ IVirtualIterator* TarVolume::iterate(bool recursive, const char16_t* path) {
         entry.size = at->second.size;
         entries.push_back(entry);
     }
-    return new EntryIterator(std::move(entries));
+    return new test::VirtualEntryList(std::move(entries));
 }
 
 FResult TarVolume::createFile(const char16_t*, std::uint32_t, IHostStream**) {

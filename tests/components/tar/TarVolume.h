@@ -6,11 +6,10 @@
 // takes the place of an earlier one, as in any tar. Nothing can be changed.
 #pragma once
 
-#include "Counted.h"
-
 #include "foundation/object/FRefPtr.h"
 #include "persistence/archives/IVirtualFileSystem.h"
 #include "persistence/streams/IHostStream.h"
+#include "support/Counted.h"
 
 #include <cstdint>
 #include <map>
@@ -19,7 +18,7 @@
 
 namespace tessera::tar {
 
-class TarVolume final : public Counted<IVirtualVolume> {
+class TarVolume final : public test::Counted<IVirtualVolume> {
 public:
     static constexpr std::int64_t kLargestFile = std::int64_t(1) << 30;
 

@@ -9,6 +9,7 @@
 #include "persistence/paths/PathKind.h"
 #include "persistence/streams/FMemoryStream.h"
 #include "support/ForeignObject.h"
+#include "support/VirtualEntryList.h"
 
 #include <algorithm>
 #include <cstring>
@@ -31,30 +32,7 @@ struct FakeArchiveState {
     std::vector<std::u16string> changes;
 };
 
-template <class Interface>
-class CountedObject : public FImplements<FObject, Interface> {};
-
-class FakeIterator final : public CountedObject<IVirtualIterator> {
-public:
-    explicit FakeIterator(std::vector<VirtualEntry> entries) : entries_(std::move(entries)) {}
-    FResult next(VirtualEntry* entry) override {
-        if (next_ == entries_.size()) {
-            return kResultFalse;
-        }
-        *entry = entries_[next_++];
-        return kResultOk;
-    }
-    FResult reset() override {
-        next_ = 0;
-        return kResultOk;
-    }
-
-private:
-    std::vector<VirtualEntry> entries_;
-    std::size_t next_ = 0;
-};
-
-class FakeVolume final : public CountedObject<IVirtualVolume> {
+class FakeVolume final : public Counted<IVirtualVolume> {
 public:
     FakeVolume(FakeArchiveState& state, IHostStream* stream) : state_(state), stream_(stream) { ++state_.volumes; }
     ~FakeVolume() override { --state_.volumes; }
@@ -106,7 +84,7 @@ public:
                 entries.push_back(entry);
             }
         }
-        return new FakeIterator(std::move(entries));
+        return new VirtualEntryList(std::move(entries));
     }
     FResult createFile(const char16_t* path, std::uint32_t, IHostStream** out) override {
         note(u"create ", path);
@@ -130,7 +108,7 @@ private:
     FRefPtr<IHostStream> stream_;
 };
 
-class FakeComponent final : public CountedObject<IVirtualFileSystem> {
+class FakeComponent final : public Counted<IVirtualFileSystem> {
 public:
     FakeComponent(FakeArchiveState& state, const char* extension) : state_(state), extension_(extension) {
         ++state_.made;

@@ -1,4 +1,5 @@
-// Counted: reference count and interface question for the module's objects, which are handed out as one interface each.
+// Counted: reference count and interface question for objects that are handed out as one interface each, without any of
+// the framework: for modules that stand for those of other makers.
 #pragma once
 
 #include "foundation/object/IBaseUnknown.h"
@@ -6,7 +7,7 @@
 #include <atomic>
 #include <cstdint>
 
-namespace tessera::tar {
+namespace tessera::test {
 
 template <class Interface>
 class Counted : public Interface {
@@ -34,4 +35,4 @@ private:
     std::atomic<std::uint32_t> references_ = 1;
 };
 
-} // namespace tessera::tar
+} // namespace tessera::test
