@@ -46,7 +46,8 @@ public:
     void registerService(const ServiceId& id);
     // Takes it back. A service that isn't known here is left alone.
     void unregisterService(const ServiceId& id);
-    // Takes in all live services of the folder.
+    // Takes in all live services of the folder, one that is known once more: so whoever starts anew is told of a peer
+    // that has been there all the time. When that goes, observers are told as often as it was taken in.
     void scan();
     void stop() {}
 

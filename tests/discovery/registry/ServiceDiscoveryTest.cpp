@@ -85,6 +85,19 @@ TEST_F(ServiceDiscoveryTest, ScanFindsAPeerThatRunsAlready) {
     EXPECT_EQ(registry_.records()[0].processId, peer->id());
 }
 
+TEST_F(ServiceDiscoveryTest, ScanTellsOfAKnownPeerOnceMore) {
+    const auto peer = startHelper(kPeerServiceName);
+    EXPECT_EQ(peer->ask("register com.marlgrove.tessera"), "done");
+    registry_.scan();
+    observe(registry_, peerServiceId());
+    registry_.scan();
+    EXPECT_EQ(events_, (Events{kComes}));
+    EXPECT_EQ(registry_.records().size(), 2u);
+    registry_.serviceChanged(kPeerServiceName);
+    EXPECT_EQ(events_, (Events{kComes, kGoes, kGoes}));
+    EXPECT_TRUE(registry_.records().empty());
+}
+
 TEST_F(ServiceDiscoveryTest, APeerThatComesLaterIsHeard) {
     observe(registry_, peerServiceId());
     registry_.scan();
