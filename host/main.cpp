@@ -14,6 +14,7 @@
 #include "host/text/Message.h"
 #include "host/text/Text16.h"
 #include "persistence/objects/PersistenceHooks.h"
+#include "platform/ProgramArguments.h"
 
 #include <CLI/CLI.hpp>
 #include <cstdlib>
@@ -147,14 +148,15 @@ void addOptions(CLI::App& app, Options& options) {
 } // namespace
 
 int main(int argc, char** argv) {
+    platform::ProgramArguments arguments(argc, argv);
     takeName();
     loadLanguage();
     CLI::App app(message(hostTexts.programHelp));
     Options options;
     options.settings.out = &std::cout;
-    options.module = findModule(argv[0]);
+    options.module = findModule(arguments.values()[0]);
     addOptions(app, options);
-    CLI11_PARSE(app, argc, argv);
+    CLI11_PARSE(app, arguments.count(), arguments.values());
     loadSettings(tell);
     const int result = runHost(options);
     saveSettings(tell);

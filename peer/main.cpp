@@ -5,6 +5,7 @@
 #include "peer/PeerProgram.h"
 #include "platform/Identity.h"
 #include "platform/NativePath.h"
+#include "platform/ProgramArguments.h"
 
 #include <CLI/CLI.hpp>
 
@@ -67,6 +68,7 @@ int runPeer(const Options& options) {
 } // namespace
 
 int main(int argc, char** argv) {
+    tessera::platform::ProgramArguments arguments(argc, argv);
     Options options;
     CLI::App app(kDescription, "tesx-peer");
     app.footer(kFooter);
@@ -79,7 +81,7 @@ int main(int argc, char** argv) {
     app.add_flag("--print-script", options.printScript,
                  "print an export script for this program and editor, and leave");
     app.add_option("file", options.files, "files of the exchange folder to edit at once");
-    CLI11_PARSE(app, argc, argv);
+    CLI11_PARSE(app, arguments.count(), arguments.values());
     // An empty path is how the module says that there is nothing to open.
     std::erase(options.files, std::string());
     // A file may be handed to a program that runs in another folder.

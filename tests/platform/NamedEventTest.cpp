@@ -1,57 +1,36 @@
 #include "platform/NamedEvent.h"
 
-#include "support/Eventually.h"
+#include "platform/Processes.h"
 #include "support/HelperProcess.h"
-#include "support/ScopedEnvironment.h"
 
 #include <gtest/gtest.h>
 
-#include <atomic>
-#include <climits>
-#include <cstdlib>
-#include <fcntl.h>
-#include <filesystem>
-#include <fstream>
-#include <linux/futex.h>
+#include <chrono>
 #include <string>
-#include <sys/mman.h>
-#include <sys/syscall.h>
 #include <thread>
-#include <unistd.h>
+#include <utility>
+#include <vector>
 
 namespace tessera::platform {
 namespace {
 
-using testing_support::eventually;
 using testing_support::HelperProcess;
 using WaitResult = NamedEvent::WaitResult;
 
 constexpr std::uint32_t kSoon = 50;
+// What a process takes at most to fall asleep.
+constexpr auto kAsleep = std::chrono::milliseconds(100);
 constexpr std::uint32_t kLong = 20'000;
 
 class NamedEventTest : public testing::Test {
 protected:
     NamedEventTest() {
         static int counter = 0;
-        name_ = "com.marlgrove.test." + std::to_string(getpid()) + "." + std::to_string(++counter);
+        name_ = "com.marlgrove.test." + std::to_string(ownProcessId()) + "." + std::to_string(++counter);
     }
 
     NamedEvent open() { return NamedEvent::open(name_.c_str(), NamedEvent::Reset::byWaiter); }
-    std::filesystem::path file() const {
-        return std::filesystem::path(std::getenv("TMPDIR")) / "Marlgrove" / "Events" / name_;
-    }
-    // The word as any other program would read it.
-    std::uint32_t word() const {
-        std::ifstream in(file(), std::ios::binary);
-        std::uint32_t value = 0xdeadbeef;
-        in.read(reinterpret_cast<char*>(&value), sizeof value);
-        return value;
-    }
     bool helperOpens(HelperProcess& helper) { return helper.ask("open " + name_) == "open"; }
-    bool fallsAsleep(HelperProcess& helper, std::uint32_t sleepers = 1) {
-        helper.say("wait");
-        return eventually([&] { return word() == 2 * sleepers; });
-    }
 
     std::string name_;
 };
@@ -85,46 +64,28 @@ TEST_F(NamedEventTest, ThatIsNotOpenFailsInEveryOperation) {
     EXPECT_EQ(event.wait(kNoTimeLimit), WaitResult::failed);
 }
 
-TEST_F(NamedEventTest, IsAFileOfFourBytesThatHoldsTheState) {
-    NamedEvent event = open();
-    EXPECT_EQ(std::filesystem::file_size(file()), 4u);
-    EXPECT_EQ(word(), 0u);
-    event.signal();
-    EXPECT_EQ(word(), 1u);
-    event.signal();
-    EXPECT_EQ(word(), 1u);
-    event.wait(0);
-    EXPECT_EQ(word(), 0u);
-}
-
-TEST_F(NamedEventTest, IsPrivateToTheUser) {
-    NamedEvent event = open();
-    EXPECT_EQ(std::filesystem::status(file()).permissions(),
-              std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
-}
-
 TEST_F(NamedEventTest, SignalOfAnotherProcessEndsAWait) {
     NamedEvent event = open();
     HelperProcess helper(NAMED_EVENT_HELPER);
     ASSERT_TRUE(helperOpens(helper));
     std::thread signaller([&] {
-        EXPECT_TRUE(eventually([&] { return word() == 2; }));
+        std::this_thread::sleep_for(kAsleep);
         EXPECT_EQ(helper.ask("signal"), "signalled");
     });
     EXPECT_EQ(event.wait(kNoTimeLimit), WaitResult::signalled);
+    EXPECT_EQ(event.wait(0), WaitResult::timedOut);
     signaller.join();
-    EXPECT_EQ(word(), 0u);
 }
 
 TEST_F(NamedEventTest, WaitOfAnotherProcessEndsAtASignalAndNotBefore) {
     HelperProcess helper(NAMED_EVENT_HELPER);
     ASSERT_TRUE(helperOpens(helper));
     NamedEvent event = open();
-    ASSERT_TRUE(fallsAsleep(helper));
-    EXPECT_EQ(helper.hear(std::chrono::milliseconds(100)), "(nothing)");
+    helper.say("wait");
+    EXPECT_EQ(helper.hear(kAsleep), "(nothing)");
     event.signal();
     EXPECT_EQ(helper.hear(), "woken");
-    EXPECT_EQ(word(), 0u);
+    EXPECT_EQ(event.wait(0), WaitResult::timedOut);
 }
 
 TEST_F(NamedEventTest, SignalStaysSetForALaterOpenerWhileItIsHeld) {
@@ -150,10 +111,8 @@ TEST_F(NamedEventTest, NoSignalSurvivesTheLastHolderWhenItIsKilled) {
     ASSERT_TRUE(helperOpens(helper));
     ASSERT_EQ(helper.ask("signal"), "signalled");
     helper.kill();
-    ASSERT_EQ(word(), 1u) << "the test wants the trace of a crash";
     NamedEvent event = open();
     EXPECT_EQ(event.wait(0), WaitResult::timedOut);
-    EXPECT_EQ(word(), 0u);
 }
 
 TEST_F(NamedEventTest, NoSignalSurvivesTheLastHolderThatCloses) {
@@ -177,63 +136,11 @@ TEST_F(NamedEventTest, KilledSleeperTakesNoSignalWithIt) {
     NamedEvent event = open();
     HelperProcess sleeper(NAMED_EVENT_HELPER);
     ASSERT_TRUE(helperOpens(sleeper));
-    ASSERT_TRUE(fallsAsleep(sleeper));
+    sleeper.say("wait");
+    EXPECT_EQ(sleeper.hear(kAsleep), "(nothing)");
     sleeper.kill();
     EXPECT_TRUE(event.signal());
     EXPECT_EQ(event.wait(0), WaitResult::signalled);
-
-    HelperProcess next(NAMED_EVENT_HELPER);
-    ASSERT_TRUE(helperOpens(next));
-    ASSERT_TRUE(fallsAsleep(next, 2)) << "the dead one still counts";
-    event.signal();
-    EXPECT_EQ(next.hear(), "woken");
-}
-
-TEST_F(NamedEventTest, SignallerThatIsKilledBeforeItsWakeIsMadeGoodByTheNextSignal) {
-    NamedEvent event = open();
-    HelperProcess sleeper(NAMED_EVENT_HELPER);
-    ASSERT_TRUE(helperOpens(sleeper));
-    ASSERT_TRUE(fallsAsleep(sleeper));
-    const int descriptor = ::open(file().c_str(), O_RDWR);
-    void* memory = mmap(nullptr, 4, PROT_READ | PROT_WRITE, MAP_SHARED, descriptor, 0);
-    ASSERT_NE(memory, MAP_FAILED);
-    std::atomic_ref(*static_cast<std::uint32_t*>(memory)).fetch_or(1);
-    EXPECT_EQ(sleeper.hear(std::chrono::milliseconds(50)), "(nothing)");
-    event.signal();
-    EXPECT_EQ(sleeper.hear(), "woken");
-    munmap(memory, 4);
-    close(descriptor);
-}
-
-TEST_F(NamedEventTest, WholeWordWrittenByAnotherProgramIsASignalAndSpoilsNoCount) {
-    NamedEvent event = open();
-    HelperProcess sleeper(NAMED_EVENT_HELPER);
-    ASSERT_TRUE(helperOpens(sleeper));
-    ASSERT_TRUE(fallsAsleep(sleeper));
-    const int descriptor = ::open(file().c_str(), O_RDWR);
-    void* memory = mmap(nullptr, 4, PROT_READ | PROT_WRITE, MAP_SHARED, descriptor, 0);
-    ASSERT_NE(memory, MAP_FAILED);
-    std::atomic_ref(*static_cast<std::uint32_t*>(memory)).store(1);
-    syscall(SYS_futex, memory, FUTEX_WAKE, INT_MAX);
-    EXPECT_EQ(sleeper.hear(), "woken");
-    EXPECT_EQ(word(), 0u);
-    munmap(memory, 4);
-    close(descriptor);
-}
-
-TEST_F(NamedEventTest, OneSignalLetsOneOfTwoSleepersThrough) {
-    NamedEvent event = open();
-    HelperProcess first(NAMED_EVENT_HELPER);
-    HelperProcess second(NAMED_EVENT_HELPER);
-    ASSERT_TRUE(helperOpens(first));
-    ASSERT_TRUE(helperOpens(second));
-    ASSERT_TRUE(fallsAsleep(first));
-    ASSERT_TRUE(fallsAsleep(second, 2));
-    event.signal();
-    ASSERT_TRUE(eventually([&] { return word() == 2; })) << "one is asleep again, nothing is set";
-    event.signal();
-    EXPECT_EQ(first.hear(), "woken");
-    EXPECT_EQ(second.hear(), "woken");
 }
 
 TEST_F(NamedEventTest, NoSignalIsLostBetweenTwoProcessesThatTakeTurns) {
@@ -285,19 +192,6 @@ TEST_F(NamedEventTest, FirstOpenersThatRaceAllGetTheSameEvent) {
     }
 }
 
-TEST_F(NamedEventTest, RefusesWhatIsNoFileName) {
-    const std::pair<const char*, std::string> names[] = {
-        {"a separator", "com/marlgrove"},
-        {"this folder", "."},
-        {"the folder above", ".."},
-        {"256 bytes", std::string(256, 'n')},
-    };
-    for (const auto& [what, name] : names) {
-        EXPECT_FALSE(NamedEvent::open(name.c_str(), NamedEvent::Reset::byWaiter).isOpen()) << what;
-    }
-    EXPECT_TRUE(NamedEvent::open(std::string(255, 'n').c_str(), NamedEvent::Reset::byWaiter).isOpen());
-}
-
 TEST_F(NamedEventTest, WithoutANameIsReachedByNobodyElse) {
     NamedEvent first = NamedEvent::open(nullptr, NamedEvent::Reset::byWaiter);
     NamedEvent second = NamedEvent::open("", NamedEvent::Reset::byWaiter);
@@ -306,27 +200,6 @@ TEST_F(NamedEventTest, WithoutANameIsReachedByNobodyElse) {
     first.signal();
     EXPECT_EQ(second.wait(0), WaitResult::timedOut);
     EXPECT_EQ(first.wait(0), WaitResult::signalled);
-}
-
-TEST_F(NamedEventTest, IsRefusedWhereTheFolderCannotBeMade) {
-    const std::string blocked = std::string(std::getenv("TMPDIR")) + "/a file";
-    std::ofstream(blocked) << "in the way";
-    {
-        const testing_support::ScopedEnvironment environment("TMPDIR", blocked);
-        EXPECT_FALSE(open().isOpen());
-    }
-    EXPECT_TRUE(open().isOpen());
-}
-
-TEST_F(NamedEventTest, FollowsNoLinkAndOpensNoFolder) {
-    open();
-    std::filesystem::remove(file());
-    std::filesystem::create_symlink("elsewhere", file());
-    EXPECT_FALSE(open().isOpen());
-    EXPECT_FALSE(std::filesystem::exists(file().parent_path() / "elsewhere"));
-    std::filesystem::remove(file());
-    std::filesystem::create_directory(file());
-    EXPECT_FALSE(open().isOpen());
 }
 
 TEST_F(NamedEventTest, MovesWithItsHold) {

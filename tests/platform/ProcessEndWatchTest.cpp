@@ -37,7 +37,7 @@ TEST(ProcessEndWatch, CallsOnceWhenTheProcessIsKilled) {
 TEST(ProcessEndWatch, CallsAtOnceForOneThatHasEndedAndIsStillInTheTable) {
     HelperProcess helper(PROCESS_HELPER, {"lines"});
     helper.hear();
-    ::kill(helper.id(), SIGKILL);
+    helper.killAndKeep();
     Semaphore called(0);
     ProcessEndWatch watch;
     ASSERT_TRUE(watch.start(helper.id(), [&] { called.release(1); }));

@@ -3,97 +3,56 @@
 #include "platform/Threads.h"
 #include "support/Eventually.h"
 #include "support/HelperProcess.h"
+#include "support/ProcessTable.h"
+#include "support/ScratchFolder.h"
 
 #include <gtest/gtest.h>
 
-#include <csignal>
-#include <fcntl.h>
 #include <filesystem>
-#include <fstream>
-#include <sstream>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace tessera::platform {
 namespace {
 
 using testing_support::eventually;
+using testing_support::hasVanished;
 using testing_support::HelperProcess;
+using testing_support::killByNumber;
+using testing_support::ScratchFolder;
 
-std::filesystem::path freshPath(const char* stem) {
-    static int counter = 0;
-    return std::filesystem::path(std::getenv("TMPDIR")) / (stem + std::to_string(++counter));
-}
-
-std::string readFile(const std::filesystem::path& path) {
-    std::ostringstream text;
-    text << std::ifstream(path).rdbuf();
-    return text.str();
-}
-
-// What is left of a process: no entry in the table, not even that of a zombie.
-bool hasVanished(int id) {
-    return ::kill(id, 0) == -1 && errno == ESRCH;
-}
+// As the system spells it, the extension included.
+const std::string kHelperName = std::filesystem::path(PROCESS_HELPER).filename().string();
 
 TEST(Processes, StartsAProgramWithItsArgumentsAsTheyAre) {
-    const std::filesystem::path out = freshPath("report");
-    Process process = Process::start(PROCESS_HELPER, {"report", out, "plain", "with blank", "with \"quotes\"", "",
+    const ScratchFolder scratch;
+    const std::string out = (scratch / "report").string();
+    Process process = Process::start(PROCESS_HELPER, {"report", out, "plain", "with blank", "",
                                                       "\xc3\xa4\xf0\x9f\x8e\xb5", "back\\slash", "$HOME *"});
     ASSERT_TRUE(process);
     EXPECT_GT(process.id(), 0);
-    ASSERT_TRUE(eventually([&] { return std::filesystem::exists(out); }));
-    EXPECT_EQ(readFile(out), "argument=plain\n"
-                             "argument=with blank\n"
-                             "argument=with \"quotes\"\n"
-                             "argument=\n"
-                             "argument=\xc3\xa4\xf0\x9f\x8e\xb5\n"
-                             "argument=back\\slash\n"
-                             "argument=$HOME *\n"
-                             "files=\n"
-                             "blocked=0\n"
-                             "pipe ignored=0\n");
-}
-
-TEST(Processes, ChildGetsNoOpenFileAndNoneOfTheCallersSignalSettings) {
-    const int inherited = open("/dev/null", O_RDONLY);
-    ASSERT_EQ(fcntl(inherited, F_GETFD), 0) << "a file that a program would inherit";
-    sigset_t blocked;
-    sigset_t before;
-    sigemptyset(&blocked);
-    sigaddset(&blocked, SIGTERM);
-    sigaddset(&blocked, SIGUSR1);
-    pthread_sigmask(SIG_BLOCK, &blocked, &before);
-    const auto pipe = std::signal(SIGPIPE, SIG_IGN);
-
-    const std::filesystem::path out = freshPath("report");
-    Process::start(PROCESS_HELPER, {"report", out});
-    EXPECT_TRUE(eventually([&] { return std::filesystem::exists(out); }));
-    EXPECT_EQ(readFile(out), "files=\nblocked=0\npipe ignored=0\n");
-
-    std::signal(SIGPIPE, pipe);
-    pthread_sigmask(SIG_SETMASK, &before, nullptr);
-    close(inherited);
+    ASSERT_TRUE(eventually([&] { return scratch.has("report"); }));
+    const std::string report = scratch.read("report");
+    EXPECT_TRUE(report.starts_with("argument=plain\n"
+                                   "argument=with blank\n"
+                                   "argument=\n"
+                                   "argument=\xc3\xa4\xf0\x9f\x8e\xb5\n"
+                                   "argument=back\\slash\n"
+                                   "argument=$HOME *\n"))
+        << report;
 }
 
 TEST(Processes, StartOfWhatIsNoProgramFails) {
     EXPECT_FALSE(Process::start("/nowhere/at-all", {}));
     EXPECT_FALSE(Process::start("no-program-of-this-name-anywhere", {}));
     EXPECT_FALSE(Process::start("", {}));
-    const std::filesystem::path text = freshPath("not executable");
-    std::ofstream(text) << "text";
-    EXPECT_FALSE(Process::start(text, {}));
-}
-
-TEST(Processes, NameWithoutAFolderIsSearchedFor) {
-    EXPECT_TRUE(Process::start("true", {}));
+    const ScratchFolder scratch;
+    EXPECT_FALSE(Process::start(scratch.write("not executable", "text").string(), {}));
 }
 
 TEST(Processes, RunningIsToldUntilTheEnd) {
     Process process = Process::start(PROCESS_HELPER, {"wait"});
     ASSERT_TRUE(process);
     EXPECT_TRUE(process.isRunning());
-    ::kill(process.id(), SIGKILL);
+    killByNumber(process.id());
     EXPECT_TRUE(eventually([&] { return !process.isRunning(); }));
     EXPECT_TRUE(process) << "it stays known until it's let go";
 }
@@ -114,8 +73,8 @@ TEST(Processes, ChildThatIsNotKeptOutlivesTheObjectAndLeavesNoZombie) {
         Process process = Process::start(PROCESS_HELPER, {"wait"});
         id = process.id();
     }
-    EXPECT_EQ(::kill(id, 0), 0);
-    ::kill(id, SIGKILL);
+    EXPECT_FALSE(hasVanished(id));
+    killByNumber(id);
     EXPECT_TRUE(eventually([&] { return hasVanished(id); }));
 }
 
@@ -124,40 +83,6 @@ TEST(Processes, ChildThatIsKeptLeavesNoZombieEither) {
     ASSERT_TRUE(process);
     EXPECT_TRUE(eventually([&] { return hasVanished(process.id()); }));
     EXPECT_FALSE(process.isRunning());
-}
-
-TEST(Processes, HostThatIgnoresItsChildrenIsNoTrouble) {
-    const auto before = std::signal(SIGCHLD, SIG_IGN);
-    for (int i = 0; i < 20; ++i) {
-        Process process = Process::start(PROCESS_HELPER, {"exit"});
-        ASSERT_TRUE(process);
-        EXPECT_TRUE(eventually([&] { return !process.isRunning(); }));
-    }
-    std::signal(SIGCHLD, before);
-}
-
-TEST(Processes, HostThatReapsAllItsChildrenIsNoTrouble) {
-    Process process = Process::start(PROCESS_HELPER, {"wait"});
-    ::kill(process.id(), SIGKILL);
-    while (waitpid(-1, nullptr, 0) > 0) {
-    }
-    EXPECT_TRUE(eventually([&] { return !process.isRunning(); }));
-    Process next = Process::start(PROCESS_HELPER, {"exit"});
-    EXPECT_TRUE(eventually([&] { return hasVanished(next.id()); }));
-}
-
-TEST(Processes, ManyChildrenLeaveNoDescriptorBehind) {
-    const auto countFiles = [] {
-        const std::filesystem::directory_iterator files("/proc/self/fd");
-        return std::distance(begin(files), end(files));
-    };
-    Process::start(PROCESS_HELPER, {"exit"});
-    eventually([] { return waitpid(-1, nullptr, WNOHANG) == -1; });
-    const auto before = countFiles();
-    for (int i = 0; i < 20; ++i) {
-        Process::start(PROCESS_HELPER, {"exit"});
-    }
-    EXPECT_TRUE(eventually([&] { return countFiles() <= before; }));
 }
 
 TEST(Processes, ForeignProcessIsOpenedByItsNumber) {
@@ -182,23 +107,11 @@ TEST(Processes, OpenFailsWithoutAProcess) {
 }
 
 TEST(Processes, BaseNameIsThatOfTheExecutable) {
-    EXPECT_EQ(ownProcessId(), getpid());
-    EXPECT_EQ(ownBaseName(), "platform_tests");
-    EXPECT_EQ(processBaseName(getpid()), "platform_tests");
+    EXPECT_EQ(ownBaseName(), OWN_NAME);
+    EXPECT_EQ(processBaseName(ownProcessId()), OWN_NAME);
     HelperProcess helper(PROCESS_HELPER, {"lines"});
     helper.hear();
-    EXPECT_EQ(processBaseName(helper.id()), "process_helper");
-}
-
-TEST(Processes, BaseNameOfAProgramThatWasReplacedStaysWhatItWas) {
-    const std::filesystem::path copy = freshPath("a program ");
-    std::filesystem::copy_file(PROCESS_HELPER, copy);
-    HelperProcess helper(copy.c_str(), {"lines"});
-    ASSERT_EQ(helper.hear(), std::to_string(helper.id()));
-    const std::string name = copy.filename();
-    EXPECT_EQ(processBaseName(helper.id()), name);
-    std::filesystem::remove(copy);
-    EXPECT_EQ(processBaseName(helper.id()), name);
+    EXPECT_EQ(processBaseName(helper.id()), kHelperName);
 }
 
 TEST(Processes, BaseNameOfNoProcessIsEmpty) {
@@ -210,10 +123,10 @@ TEST(Processes, BaseNameOfNoProcessIsEmpty) {
     EXPECT_EQ(processBaseName(-1), "");
 }
 
-TEST(Processes, BaseNameOfAZombieIsEmpty) {
+TEST(Processes, BaseNameOfADeadProcessThatIsStillInTheTableIsEmpty) {
     HelperProcess helper(PROCESS_HELPER, {"lines"});
     helper.hear();
-    ::kill(helper.id(), SIGKILL);
+    helper.killAndKeep();
     EXPECT_TRUE(eventually([&] { return processBaseName(helper.id()).empty(); }));
 }
 
@@ -223,7 +136,7 @@ TEST(Processes, FindStopsAtTheFirstThatIsWanted) {
     int visited = 0;
     const int found = findProcess([&](int id, std::string_view name) {
         ++visited;
-        return id == helper.id() && name == "process_helper";
+        return id == helper.id() && name == kHelperName;
     });
     EXPECT_EQ(found, helper.id());
     EXPECT_GE(visited, 1);
@@ -234,7 +147,7 @@ TEST(Processes, FindStopsAtTheFirstThatIsWanted) {
 }
 
 TEST(Processes, ThereIsNoWindowToShow) {
-    Process process = Process::open(getpid());
+    Process process = Process::open(ownProcessId());
     EXPECT_FALSE(process.showWindow());
 }
 
