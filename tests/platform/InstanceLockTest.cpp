@@ -1,10 +1,12 @@
 #include "platform/InstanceLock.h"
 
 #include "platform/ProgramRun.h"
+#include "support/Eventually.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <thread>
 
 namespace tessera::platform {
 namespace {
@@ -29,17 +31,33 @@ TEST(InstanceLock, MovingItKeepsIt) {
     EXPECT_FALSE(InstanceLock::tryAcquire(lockPath()));
 }
 
-TEST(InstanceLock, AProcessThatEndsLetsItGo) {
+TEST(InstanceLock, AProcessThatCrashesLetsItGo) {
     const std::atomic<bool> never{false};
-    const ProgramEnd end = runProgram("flock", {"-n", lockPath(), "sh", "-c", "kill -KILL $PPID $$"}, never);
-    EXPECT_NE(ProgramEnd::Kind::NotStarted, end.kind);
+    const ProgramEnd end = runProgram(RUN_HELPER, {"hold", lockPath()}, never);
+    EXPECT_EQ(ProgramEnd::Kind::Crashed, end.kind);
     EXPECT_TRUE(InstanceLock::tryAcquire(lockPath()));
 }
 
-TEST(InstanceLock, AProgramThatIsStartedDoesNotInheritIt) {
+TEST(InstanceLock, KeepsOtherProcessesOut) {
     const std::atomic<bool> never{false};
-    const auto held = InstanceLock::tryAcquire(lockPath());
-    EXPECT_EQ(1, runProgram("flock", {"-n", lockPath(), "true"}, never).code);
+    {
+        const auto held = InstanceLock::tryAcquire(lockPath());
+        EXPECT_EQ(1, runProgram(RUN_HELPER, {"lock", lockPath()}, never).code);
+    }
+    EXPECT_EQ(0, runProgram(RUN_HELPER, {"lock", lockPath()}, never).code);
+}
+
+TEST(InstanceLock, AProgramThatIsStartedDoesNotInheritIt) {
+    auto held = InstanceLock::tryAcquire(lockPath());
+    ASSERT_TRUE(held);
+    std::atomic<bool> stop{false};
+    const std::string alive = (std::filesystem::temp_directory_path() / "alive").string();
+    std::thread runner([&] { runProgram(RUN_HELPER, {"beat", alive}, stop); });
+    EXPECT_TRUE(testing_support::eventually([&] { return std::filesystem::exists(alive); }));
+    held.reset();
+    EXPECT_TRUE(InstanceLock::tryAcquire(lockPath()));
+    stop = true;
+    runner.join();
 }
 
 TEST(InstanceLock, AFolderThatIsMissingGivesNothing) {
