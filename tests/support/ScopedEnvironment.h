@@ -2,6 +2,8 @@
 // failing assertion leaves nothing behind for the next test. Not for use while other threads read the environment.
 #pragma once
 
+#include "support/Environment.h"
+
 #include <cstdlib>
 #include <optional>
 #include <string>
@@ -15,15 +17,15 @@ public:
         if (const char* before = std::getenv(name_.c_str()); before != nullptr) {
             before_ = before;
         }
-        setenv(name_.c_str(), value.c_str(), 1);
+        setVariable(name_, value);
     }
     ScopedEnvironment(const ScopedEnvironment&) = delete;
     ScopedEnvironment& operator=(const ScopedEnvironment&) = delete;
     ~ScopedEnvironment() {
         if (before_) {
-            setenv(name_.c_str(), before_->c_str(), 1);
+            setVariable(name_, *before_);
         } else {
-            unsetenv(name_.c_str());
+            unsetVariable(name_);
         }
     }
 

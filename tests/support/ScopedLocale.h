@@ -4,6 +4,8 @@
 // or its sources are missing; a test skips then. The process's numbers follow the locale until the object goes.
 #pragma once
 
+#include "support/Environment.h"
+
 #include <clocale>
 #include <cstdlib>
 #include <filesystem>
@@ -26,13 +28,13 @@ public:
             static_cast<void>(!std::system(build.c_str()));
             usable_ = std::filesystem::exists(folder_ / name_);
         }
-        setenv("LOCPATH", folder_.c_str(), 1);
+        testing_support::setVariable("LOCPATH", folder_.string());
     }
     ScopedLocale(const ScopedLocale&) = delete;
     ScopedLocale& operator=(const ScopedLocale&) = delete;
     ~ScopedLocale() {
         std::setlocale(LC_ALL, "C");
-        unsetenv("LOCPATH");
+        testing_support::unsetVariable("LOCPATH");
     }
 
     bool isUsable() const { return usable_; }

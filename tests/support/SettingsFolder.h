@@ -11,7 +11,8 @@ namespace tessera::test {
 class SettingsFolder final : public IApplicationFolders {
 public:
     SettingsFolder() : before_(applicationFoldersSource) {
-        path_.set(FStringRef(platform::fromNativePath(folder_.path().string())->c_str()), PathKind::folder);
+        path_.set(FStringRef(platform::fromNativePath(testing_support::utf8OfPath(folder_.path()))->c_str()),
+                  PathKind::folder);
         current() = this;
         applicationFoldersSource = []() -> IApplicationFolders* { return current(); };
     }

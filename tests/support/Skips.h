@@ -1,0 +1,15 @@
+// Skips: what a test may need and a system may not have. Each gives null where it's there, and the reason to skip the
+// test where it isn't:
+//
+//   if (const char* reason = whyNoSymbolicLinks()) GTEST_SKIP() << reason;
+#pragma once
+
+namespace tessera::testing_support {
+
+// Links that the standard library makes and sees.
+const char* whyNoSymbolicLinks();
+
+// Names that differ in case alone are two files.
+const char* whyNoCaseInNames();
+
+} // namespace tessera::testing_support
