@@ -107,6 +107,9 @@ bool PeerProgram::open(const std::vector<std::string>& files) {
     discovery.registerService(peerServiceId());
     registered_ = true;
     discovery.scan();
+    if (files.empty()) {
+        say("ready; waiting for the host's files");
+    }
     return true;
 }
 
@@ -127,6 +130,8 @@ void PeerProgram::close() {
 
 int PeerProgram::loop() {
     bool leaving = false;
+    // An editor that fails at once may be done before the first turn sees it at work.
+    idleSince_ = steadyMs();
     for (;;) {
         const std::int64_t now = steadyMs();
         turn(now);

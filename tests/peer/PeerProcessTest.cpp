@@ -122,6 +122,16 @@ protected:
         }
     }
 
+    // What the program has printed so far, for the message of a failure.
+    static std::string whatItSaid(HelperProcess& peer) {
+        constexpr auto kNoWait = std::chrono::milliseconds(0);
+        std::string text;
+        for (std::string line = peer.hear(kNoWait); line != "(end)" && line != "(nothing)"; line = peer.hear(kNoWait)) {
+            text += line + '\n';
+        }
+        return text;
+    }
+
     ScratchFolder exchange_;
 };
 
@@ -141,9 +151,8 @@ TEST_F(PeerProcessTest, StartedByTheModuleItEditsAndReports) {
 
 TEST_F(PeerProcessTest, StartedByHandBeforeTheHostItWaitsForIt) {
     HelperProcess peer(TESX_PEER, {"--editor", kReverse});
-    // Its own sign that it is up: the record.
-    const std::string record = platform::temporaryFolder() + "/Marlgrove/ServiceDiscovery/" + kPeerServiceName;
-    ASSERT_TRUE(eventually([&] { return std::filesystem::exists(record); }));
+    // A host that starts between the peer's record and its signal would take the signal for its end.
+    ASSERT_TRUE(hearsLine(peer, "ready"));
     PlayedHost host;
     ASSERT_TRUE(host.waitForGreeting());
     const std::string file = writeSound("a;b.wav", {5, 6});
@@ -158,7 +167,7 @@ TEST_F(PeerProcessTest, AFailingEditorIsReportedAsCancelled) {
     const std::string file = writeSound("a.wav", {5, 6});
     PlayedHost host;
     HelperProcess peer(TESX_PEER, {"--editor", "sh -c 'exit 1' sh {in} {out}", "--tesx", file});
-    ASSERT_TRUE(host.waitForGreeting());
+    ASSERT_TRUE(host.waitForGreeting()) << whatItSaid(peer);
     EXPECT_EQ(writeMessage({"cancelFileEdit", file}), host.hear());
     EXPECT_EQ((std::vector<short>{5, 6}), readSound(file));
 }
