@@ -4,6 +4,8 @@
 #include "persistence/urls/FUrl.h"
 #include "persistence/urls/FUrlFileHandler.h"
 
+#include <algorithm>
+
 namespace tessera {
 
 namespace {
@@ -43,8 +45,8 @@ bool UrlMetaHandler::unregisterHandler(const FStringRef& scheme) {
                          [&](const Entry& entry) { return entry.scheme.compare(scheme, -1, FCase::ignore) == 0; }) != 0;
 }
 
-UrlMetaHandler::Entry* UrlMetaHandler::find(const FStringRef& scheme) {
-    for (Entry& entry : entries_) {
+const UrlMetaHandler::Entry* UrlMetaHandler::find(const FStringRef& scheme) const {
+    for (const Entry& entry : entries_) {
         if (entry.scheme.compare(scheme, -1, FCase::ignore) == 0) {
             return &entry;
         }
@@ -53,19 +55,28 @@ UrlMetaHandler::Entry* UrlMetaHandler::find(const FStringRef& scheme) {
 }
 
 FUrlHandler* UrlMetaHandler::getHandler(const FStringRef& scheme) {
-    Entry* entry = find(scheme);
-    if (entry == nullptr) {
-        return nullptr;
+    const Entry* entry = find(scheme);
+    return entry != nullptr ? entry->made() : nullptr;
+}
+
+FUrlHandler* UrlMetaHandler::Entry::made() const {
+    if (!handler && factory != nullptr) {
+        handler = FRefPtr<FUrlHandler>::adopt(factory());
     }
-    if (!entry->handler && entry->factory != nullptr) {
-        entry->handler = FRefPtr<FUrlHandler>::adopt(entry->factory());
-    }
-    return entry->handler.get();
+    return handler.get();
 }
 
 std::uint16_t UrlMetaHandler::getDefaultPort(const FStringRef& scheme) {
     const FUrlHandler* handler = getHandler(scheme);
     return handler != nullptr ? handler->getDefaultPort() : std::uint16_t(0);
+}
+
+FResult UrlMetaHandler::isSupported(const char* key) const {
+    const bool supported = std::any_of(entries_.begin(), entries_.end(), [key](const Entry& entry) {
+        const FUrlHandler* handler = entry.made();
+        return handler != nullptr && handler->isSupported(key) == kResultOk;
+    });
+    return supported ? kResultOk : kResultFalse;
 }
 
 FResult UrlMetaHandler::isSupported(const FUrl& url, const char* key) {

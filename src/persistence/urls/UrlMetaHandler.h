@@ -34,7 +34,8 @@ public:
     FUrlHandler* getHandler(const FStringRef& scheme);
 
     using FUrlHandler::getDefaultPort;
-    using FUrlHandler::isSupported;
+    // kResultOk for what at least one of the handlers can do.
+    FResult isSupported(const char* key) const override;
     std::uint16_t getDefaultPort(const FStringRef& scheme);
     FResult isSupported(const FUrl& url, const char* key);
     // These leave the scheme of the handler in the URL.
@@ -46,10 +47,13 @@ private:
     struct Entry {
         FString scheme;
         Factory factory;
-        FRefPtr<FUrlHandler> handler; // null until it is asked for
+        mutable FRefPtr<FUrlHandler> handler; // null until it is asked for
+
+        // Borrowed; null when the factory makes none.
+        FUrlHandler* made() const;
     };
 
-    Entry* find(const FStringRef& scheme);
+    const Entry* find(const FStringRef& scheme) const;
 
     std::vector<Entry> entries_;
 };

@@ -69,6 +69,21 @@ TEST_F(UrlMetaHandlerTest, AnotherHandlerTakesThePlaceOfTheFirst) {
     EXPECT_FALSE(handlers_->unregisterHandler("echo"));
 }
 
+TEST_F(UrlMetaHandlerTest, CanDoWhatAnyOfItsHandlersCan) {
+    const FUrlHandler& all = *handlers_;
+    for (const char* key : {"CanRead", "CanWrite", "CanIterate"}) {
+        EXPECT_EQ(all.isSupported(key), kResultOk) << key;
+    }
+    EXPECT_EQ(all.isSupported("CanFly"), kResultFalse);
+    EXPECT_EQ(all.isSupported(nullptr), kResultFalse);
+    const auto none = FRefPtr<UrlMetaHandler>::adopt(new UrlMetaHandler);
+    none->unregisterHandler("file");
+    EXPECT_EQ(static_cast<FUrlHandler&>(*none).isSupported("CanRead"), kResultFalse);
+    none->registerHandler("echo", []() -> FUrlHandler* { return new EchoHandler; });
+    EXPECT_EQ(static_cast<FUrlHandler&>(*none).isSupported("CanRead"), kResultOk);
+    EXPECT_EQ(static_cast<FUrlHandler&>(*none).isSupported("CanWrite"), kResultFalse);
+}
+
 TEST_F(UrlMetaHandlerTest, APortOfZeroBecomesTheHandlers) {
     FUrl url;
     url.setProtocol(FString("echo"));
