@@ -181,17 +181,19 @@ void FPath::setPath(const FStringRef& text) {
 }
 
 void FPath::getFullPath(FString& out) const {
-    out = getFullPath();
-}
-
-FString FPath::getFullPath() const {
     const std::u16string_view name = viewOf(name_);
     std::u16string text(viewOf(path_));
     if (!name.empty()) {
         closeFolder(text);
         text.append(name);
     }
-    return stringOf(text);
+    out = stringOf(text);
+}
+
+FString FPath::getFullPath() const {
+    FString text;
+    getFullPath(text);
+    return text;
 }
 
 void FPath::set(const FStringRef& text, PathKind kind) {

@@ -145,17 +145,26 @@ bool FUrl::parentIsRoot() const {
     return file.empty() || file == u"/";
 }
 
-void FUrl::getFullPath(FString& out) const {
-    out = getFullPath();
+bool FUrl::isParentOf(const FPath* other) const {
+    const FString own = FPath::getFullPath();
+    const FString theirs = other != nullptr ? other->getFullPath() : FString();
+    return viewOf(theirs).substr(std::min(own.length(), theirs.length())).starts_with(kSlash) &&
+           own.compare(theirs, own.length(), FCase::ignore) == 0;
 }
 
-FString FUrl::getFullPath() const {
+void FUrl::getFullPath(FString& out) const {
     std::u16string text(viewOf(path_));
     if (!name_.isEmpty()) {
         text += kSlash;
         text += viewOf(name_);
     }
-    return stringOf(text);
+    out = stringOf(text);
+}
+
+void FUrl::getNativePath(char16_t* buffer) const {
+    const FString whole = FPath::getFullPath();
+    const u16string_view text = whole.length() < kPathBufferLength ? viewOf(whole) : u16string_view();
+    *std::copy(text.begin(), text.end(), buffer) = u'\0';
 }
 
 void FUrl::setProtocol(const FStringRef& protocol) {

@@ -48,8 +48,11 @@ public:
     void descend(const FStringRef& name, PathKind kind) override;
     bool ascend() override;
     bool parentIsRoot() const override;
+    bool isParentOf(const FPath* other) const override;
+    using FPath::getFullPath;
     void getFullPath(FString& out) const override;
-    FString getFullPath() const;
+    // The same text.
+    void getNativePath(char16_t* buffer) const override;
 
     // The scheme of the handler that opened it; empty before.
     const FString& getHandler() const { return handler_; }

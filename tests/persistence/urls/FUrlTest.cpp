@@ -115,6 +115,39 @@ TEST(FUrl, FullPathJoinsWithOneSlash) {
     EXPECT_EQ(utf8(urlOf("http://host/a/b").getFullPath()), "http://host/a/b");
 }
 
+TEST(FUrl, HasTheSameFullPathHoweverItIsAskedFor) {
+    FUrl url = urlOf("http://host/a/b");
+    const FPath& path = url;
+    EXPECT_EQ(utf8(path.getFullPath()), "http://host/a/b");
+    char16_t buffer[IHostPath::kPathLength];
+    EXPECT_EQ(url.hostView().path(buffer), kResultOk);
+    EXPECT_EQ(std::u16string(buffer), u"http://host/a/b");
+    path.getNativePath(buffer);
+    EXPECT_EQ(std::u16string(buffer), u"http://host/a/b");
+    url.setName(FString(std::u16string(259 - 14, u'x').c_str()));
+    path.getNativePath(buffer);
+    EXPECT_EQ(std::u16string(buffer).size(), 259u);
+    url.setName(FString(std::u16string(260 - 14, u'x').c_str()));
+    path.getNativePath(buffer);
+    EXPECT_EQ(buffer[0], u'\0');
+}
+
+TEST(FUrl, IsTheParentOfWhatStandsBelowIt) {
+    const FUrl folder = urlOf("http://host/a/b/");
+    for (const char* below : {"http://host/a/b/c", "http://HOST/A/B/c", "http://host/a/b/c/d/"}) {
+        const FUrl url = urlOf(below);
+        EXPECT_TRUE(folder.isParentOf(&url)) << below;
+        EXPECT_FALSE(url.isParentOf(&folder)) << below;
+    }
+    for (const char* other : {"http://host/a/b", "http://host/a/bc", "http://host/a/c/d", "http://host/a", ""}) {
+        const FUrl url = urlOf(other);
+        EXPECT_FALSE(folder.isParentOf(&url)) << other;
+    }
+    const FUrl host = urlOf("http://host");
+    EXPECT_TRUE(host.isParentOf(&folder));
+    EXPECT_FALSE(folder.isParentOf(nullptr));
+}
+
 TEST(FUrl, ChangedPartsBuildThePathAnew) {
     FUrl url;
     url.setProtocol(FString("http"));
