@@ -1,6 +1,7 @@
 #include "discovery/watcher/DirectoryWatcher.h"
 
 #include "discovery/watcher/WatcherTest.h"
+#include "support/SlotOf.h"
 
 #include <gmock/gmock.h>
 
@@ -361,6 +362,17 @@ TEST_F(DirectoryWatcherTest, ABatchBearsItsTime) {
     watcher_.stop();
     EXPECT_GE(time.load(), before);
     EXPECT_LE(time.load(), std::chrono::system_clock::now());
+}
+
+TEST(DirectoryWatcher, ItsOperationsFollowItsDestructorInOrder) {
+    using W = DirectoryWatcher;
+    using Many = bool (W::*)(const std::vector<std::string>&);
+    // The destructor has two entries.
+    expectConsecutive({1, slotOf(&W::stop), slotOf(static_cast<Many>(&W::watch)),
+                       slotOf(static_cast<bool (W::*)(const std::string&)>(&W::watch)),
+                       slotOf(static_cast<Many>(&W::unwatch)),
+                       slotOf(static_cast<void (W::*)(const std::string&)>(&W::unwatch)), slotOf(&W::addListener),
+                       slotOf(&W::removeListener)});
 }
 
 TEST(DirectoryWatcher, IsStoppedByItsDestructor) {

@@ -1,6 +1,7 @@
 #include "persistence/archives/FPluginFileSystem.h"
 
 #include "persistence/archives/ArchiveTest.h"
+#include "support/SlotOf.h"
 
 #include <latch>
 #include <map>
@@ -157,6 +158,18 @@ TEST_F(FPluginFileSystemTest, WithoutTheBitForIteratingNothingIsListed) {
     EXPECT_EQ(files_->newIterator(in(""), false), nullptr);
     EXPECT_EQ(files_->countFiles(in(""), true, true, nullptr), -1);
     EXPECT_EQ(read(in("file.wav")), "12345");
+}
+
+// Components are modules of other makers.
+TEST(IVirtualFileSystem, ItsOperationsAndThoseOfAVolumeFollowEachOtherInOrder) {
+    using C = IVirtualFileSystem;
+    using V = IVirtualVolume;
+    expectConsecutive(
+        {2, slotOf(&C::initialize), slotOf(&C::getFileType), slotOf(&C::isSupported), slotOf(&C::openVolume)});
+    expectConsecutive({2, slotOf(&V::openFile), slotOf(&V::exists), slotOf(&V::getSize), slotOf(&V::iterate),
+                       slotOf(&V::createFile), slotOf(&V::deleteFile), slotOf(&V::createFolder),
+                       slotOf(&V::deleteFolder), slotOf(&V::rename)});
+    EXPECT_EQ(C::iid, "{296329B0-CE4E-4634-B7CF-71B38C1E9FCF}"_uid);
 }
 
 TEST_F(FPluginFileSystemTest, ClosedItAnswersWithNothing) {
