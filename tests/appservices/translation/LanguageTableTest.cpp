@@ -1,6 +1,7 @@
 #include "appservices/translation/LanguageTable.h"
 
 #include "support/ScopedEnvironment.h"
+#include "support/ScopedLocale.h"
 
 #include <gtest/gtest.h>
 
@@ -148,6 +149,11 @@ TEST_F(LanguageOfTheUser, DecidesHowManyHoursTheClockHas) {
     EXPECT_EQ(LanguageTable::timeFormat(), 1);
     const ScopedEnvironment nowhere("LC_ALL", "xx_XX");
     EXPECT_EQ(LanguageTable::timeFormat(), -1);
+    const test::ScopedLocale american("en_US", "UTF-8");
+    if (american.isUsable()) {
+        const ScopedEnvironment halves("LC_ALL", american.name());
+        EXPECT_EQ(LanguageTable::timeFormat(), 0);
+    }
 }
 
 } // namespace

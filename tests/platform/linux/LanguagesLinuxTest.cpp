@@ -1,11 +1,8 @@
 #include "platform/Languages.h"
 #include "support/ScopedEnvironment.h"
-#include "support/ScratchFolder.h"
+#include "support/ScopedLocale.h"
 
 #include <gtest/gtest.h>
-
-#include <cstdlib>
-#include <string>
 
 namespace tessera::platform {
 namespace {
@@ -67,13 +64,11 @@ TEST_F(LanguagesTest, WithoutALocaleMeasuresAreMetric) {
 
 // Made here, since a machine need not have any locale but "C".
 TEST_F(LanguagesTest, MeasuresAreThoseOfTheLocale) {
-    const testing_support::ScratchFolder folder;
-    const std::string target = (folder / "en_US.UTF-8").string();
-    if (std::system(("localedef -i en_US -f UTF-8 '" + target + "' >/dev/null 2>&1").c_str()) != 0) {
+    const test::ScopedLocale locale("en_US", "UTF-8");
+    if (!locale.isUsable()) {
         GTEST_SKIP() << "the sources of locales aren't installed";
     }
-    const ScopedEnvironment path("LOCPATH", folder.path().string());
-    const ScopedEnvironment measures("LC_MEASUREMENT", "en_US.UTF-8");
+    const ScopedEnvironment measures("LC_MEASUREMENT", locale.name());
     EXPECT_EQ(usualMeasures(), Measures::american);
 }
 
