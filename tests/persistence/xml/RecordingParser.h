@@ -1,6 +1,5 @@
 // A reader that notes what it is told: "<name a=v>" and "</name>" for tags, "<name/>" for empty ones, "[text]" for
-// text,
-// "{comment}" for a comment whose last piece it is, "{comment..}" for another.
+// text, "{comment}" for a comment whose last piece it is, "{comment..}" for another.
 #pragma once
 
 #include "persistence/streams/FMemoryStream.h"
