@@ -1,12 +1,12 @@
 #include "persistence/objects/FXmlObjectWriter.h"
 
-#include "foundation/object/FMetaClass.h"
 #include "persistence/attributes/FAttributes.h"
 #include "persistence/attributes/FFloatList.h"
 #include "persistence/attributes/FIntList.h"
 #include "persistence/attributes/FSubList.h"
 #include "persistence/attributes/FXmlInstance.h"
 #include "persistence/attributes/FXmlReference.h"
+#include "persistence/objects/ObjectStreaming.h"
 #include "persistence/xml/FXmlParser.h"
 
 #include <algorithm>
@@ -31,11 +31,6 @@ std::uint64_t addressOf(const CmObject& object) {
 std::uint64_t idOf(CmObject& object) {
     const FXmlObject* stored = cmCast<FXmlObject>(&object);
     return stored != nullptr ? stored->getID() : addressOf(object);
-}
-
-const char* storedClassName(const CmObject& object) {
-    const FMetaClass* record = object.getMetaClass();
-    return record != nullptr ? record->getPersistentName() : object.getClassName();
 }
 
 // What a document says where the object stands: a stored one as it was read, any other by what it stores now.
