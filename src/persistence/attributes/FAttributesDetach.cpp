@@ -1,4 +1,5 @@
 // Trees that are made independent of live objects.
+#include "persistence/attributes/FAttrBuffer.h"
 #include "persistence/attributes/FAttributes.h"
 #include "persistence/attributes/FSubList.h"
 #include "persistence/attributes/FXmlInstance.h"
@@ -124,17 +125,26 @@ private:
         return true;
     }
 
+    // Buffers and streams stay what they are; bytes that are only pointed at become a stream.
     static bool detachBinary(FStringIDAttribute& record, const FBinaryView& bytes) {
-        if (record.hasType(kOwned) && !record.getObject()->isA("FAttrBuffer")) {
+        const auto* foreign = cmCast<FAttrBuffer>(record.getObject());
+        if (foreign == nullptr && record.hasType(kOwned)) {
             return true;
         }
-        auto copy = FRefPtr<FMemoryStream>::adopt(new FMemoryStream);
-        if (bytes.size > 0 && copy->write(bytes.data, bytes.size) != bytes.size) {
+        const auto copy = foreign != nullptr ? streamOf(bytes) : FRefPtr<CmObject>::adopt(record.getObject()->clone());
+        FBinaryView copied;
+        if (!FBinaryView::of(copy.get(), copied) || copied.size != bytes.size) {
             return false;
         }
-        copy->rewind();
-        replace(record, copy.detach(), kOwned);
+        replace(record, FRefPtr<CmObject>(copy).detach(), kOwned);
         return true;
+    }
+
+    static FRefPtr<CmObject> streamOf(const FBinaryView& bytes) {
+        const auto stream = FRefPtr<FMemoryStream>::adopt(new FMemoryStream);
+        stream->write(bytes.data, bytes.size);
+        stream->rewind();
+        return FRefPtr<CmObject>(stream.get());
     }
 
     // What takes the object's place; null when it can't be stored.

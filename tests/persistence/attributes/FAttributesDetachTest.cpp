@@ -113,6 +113,7 @@ TEST(DetachObjects, BinaryDataBecomesOwn) {
     FAttributes tree;
     tree.setBinary("pointer", bytes, 4, BinaryHolding::byReference);
     tree.setBinary("own", bytes, 4, BinaryHolding::copied);
+    tree.setBinary("none", nullptr, 0, BinaryHolding::byReference);
     const auto shared = FRefPtr<FMemoryStream>::adopt(new FMemoryStream);
     shared->write(bytes, 4);
     tree.setObject("shared", shared.get());
@@ -124,6 +125,8 @@ TEST(DetachObjects, BinaryDataBecomesOwn) {
     std::memset(shared->getData(), 'x', 4);
     EXPECT_TRUE(tree.getObject("pointer")->isA("FMemoryStream"));
     EXPECT_TRUE(tree.getObject("own")->isA("CmBuffer"));
+    EXPECT_TRUE(tree.getObject("shared")->isA("FMemoryStream"));
+    EXPECT_TRUE(tree.getObject("borrowed")->isA("CmBuffer"));
     EXPECT_EQ(shared->getReferenceCount(), 1u);
     for (const char* name : {"pointer", "own", "shared", "borrowed"}) {
         FBinaryView view;
@@ -131,6 +134,8 @@ TEST(DetachObjects, BinaryDataBecomesOwn) {
         EXPECT_EQ(std::string(reinterpret_cast<const char*>(view.data), 4), "take") << name;
         EXPECT_TRUE(tree.find(name)->hasType(AttributeBits::kOwned)) << name;
     }
+    EXPECT_EQ(tree.getBinarySize("none"), 0);
+    EXPECT_TRUE(tree.getObject("none")->isA("FMemoryStream"));
 }
 
 TEST(DetachObjects, TextsBecomeOwnAndListsOfThemWide) {
