@@ -53,7 +53,8 @@ protected:
         case 'n':
             return isEmpty || parse(context);
         case 'r':
-            return isEmpty || parseRawText(context);
+            setRawText(!isEmpty);
+            return true;
         case 's':
             return isEmpty || skipSubtree();
         case 'f':
@@ -66,6 +67,7 @@ protected:
         }
     }
     bool endElement(const char* name, void*) override {
+        setRawText(false);
         events += std::string("</") + name + ">";
         return true;
     }

@@ -10,8 +10,10 @@
 #include "persistence/streams/FMemoryStream.h"
 
 #include <algorithm>
+#include <memory>
 #include <optional>
 #include <string_view>
+#include <utility>
 
 namespace tessera {
 
@@ -135,37 +137,63 @@ void setText(FStringIDAttribute& record, std::string_view bytes, bool isWide) {
     }
 }
 
-// Where nothing can be stored, for want of a name or of a tree, that is no failure.
-template <class SetValue>
-bool storeValue(FAttributes* tree, Value name, SetValue setValue) {
-    if (tree == nullptr || !name) {
-        return true;
+// Null without a name.
+FRefPtr<FStringIDAttribute> newRecord(Value name) {
+    if (!name) {
+        return nullptr;
     }
     const FStringRef kept = FKeptNames::find(*name);
-    auto record = FRefPtr<FStringIDAttribute>::adopt(
-        kept.isNull() ? new FStringIDAttribute(refOf(*name)) : new FStringIDAttribute(kept, KeyHolding::constant));
+    return FRefPtr<FStringIDAttribute>::adopt(kept.isNull() ? new FStringIDAttribute(refOf(*name))
+                                                            : new FStringIDAttribute(kept, KeyHolding::constant));
+}
+
+// Where nothing can be stored, for want of a name or of a tree, that is no failure.
+template <class SetValue>
+bool storeValue(FAttributes* tree, FRefPtr<FStringIDAttribute> record, SetValue setValue) {
+    if (tree == nullptr || !record) {
+        return true;
+    }
     setValue(*record);
     return tree->append(record.detach());
 }
 
+bool storeObject(FAttributes* tree, FRefPtr<FStringIDAttribute> record, CmObject* object) {
+    return storeValue(tree, std::move(record),
+                      [object](FStringIDAttribute& made) { made.setObject(object, AttributeBits::kByReference); });
+}
+
 } // namespace
 
-struct FXmlObjectReader::Context {
+struct FXmlObjectReader::Open {
     Place place;
     // Where values go; null where they are dropped.
     FAttributes* tree = nullptr;
     FAttrList* list = nullptr;
     FMemoryStream* bytes = nullptr;
+    // How it is stored in the element around it.
+    Finish finish = nullptr;
+    FRefPtr<CmObject> value{};
+    FRefPtr<FStringIDAttribute> record{};
+    // Of a body.
+    std::unique_ptr<FByteBuffer> text{};
+    bool isWide = false;
     // The first digit of a pair, or -1.
     int firstDigit = -1;
-    FByteBuffer* text = nullptr;
+    // How many tags were open when it had begun.
+    std::int32_t depth = 0;
+
+    static Open ofTree(Place place, Finish finish, FRefPtr<FStringIDAttribute> record) {
+        auto* tree = new FAttributes;
+        return {place, tree, nullptr, nullptr, finish, FRefPtr<CmObject>::adopt(tree), std::move(record)};
+    }
 };
 
 struct FXmlObjectReader::Element {
     const FXmlAttributeList& attributes;
     Value name;
     bool isEmpty;
-    Context& within;
+    // Stands until another element begins.
+    Open& within;
 
     Value valueOf(std::string_view key) const { return valueIn(attributes, key); }
     static Value valueIn(const FXmlAttributeList& attributes, std::string_view key) {
@@ -190,21 +218,57 @@ bool FXmlObjectReader::readDocument(FAttributes& objects, FAttributes& trees, co
     objects_ = &objects;
     trees_ = &trees;
     onlyRoot_ = onlyRoot;
-    Context document{Place::document};
-    return readAll(document);
+    return readAll(nullptr);
 }
 
 bool FXmlObjectReader::readObject(FAttributes& members) {
-    Context document{Place::document, &members};
-    return readAll(document);
+    return readAll(&members);
 }
 
-bool FXmlObjectReader::readAll(Context& document) {
-    if (!parse(&document)) {
+bool FXmlObjectReader::readAll(FAttributes* members) {
+    open_.push_back(Open{Place::document, members});
+    if (!readElements()) {
         return false;
     }
     resolve();
     return rootSeen_;
+}
+
+bool FXmlObjectReader::readElements() {
+    if (!parse(nullptr)) {
+        return false;
+    }
+    if (open_.size() > 1 && !complete_) {
+        fail(FXmlError::endOfFile);
+        return false;
+    }
+    // What holds the one root that was wanted counts as far as it was read.
+    while (open_.size() > 1) {
+        if (!finishInnermost()) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool FXmlObjectReader::begin(const Element& element, Open open) {
+    if (element.isEmpty) {
+        return (this->*open.finish)(open);
+    }
+    if (open_.size() == static_cast<std::size_t>(kMaximumNesting)) {
+        return false;
+    }
+    open.depth = countOpenTags();
+    setRawText(open.text != nullptr);
+    open_.push_back(std::move(open));
+    return true;
+}
+
+bool FXmlObjectReader::finishInnermost() {
+    Open element = std::move(open_.back());
+    open_.pop_back();
+    setRawText(open_.back().text != nullptr);
+    return (this->*element.finish)(element);
 }
 
 // Sorted once: a table by ID could be made slow by a document that chooses its IDs.
@@ -221,8 +285,7 @@ void FXmlObjectReader::resolve() {
     instances_.clear();
 }
 
-bool FXmlObjectReader::startElement(const char* name, const FXmlAttributeList& attributes, bool isEmpty,
-                                    void* context) {
+bool FXmlObjectReader::startElement(const char* name, const FXmlAttributeList& attributes, bool isEmpty, void*) {
     static constexpr Tag kTags[] = {
         {"int", &FXmlObjectReader::readInt},       {"item", &FXmlObjectReader::readItem},
         {"string", &FXmlObjectReader::readString}, {"float", &FXmlObjectReader::readFloat},
@@ -230,7 +293,7 @@ bool FXmlObjectReader::startElement(const char* name, const FXmlAttributeList& a
         {"list", &FXmlObjectReader::readList},     {"bin", &FXmlObjectReader::readBinary},
         {"root", &FXmlObjectReader::readRoot},     {"rootObjects", &FXmlObjectReader::readRootObjects},
     };
-    Context& within = *static_cast<Context*>(context);
+    Open& within = open_.back();
     if (within.place == Place::document && name == rootTag_) {
         rootSeen_ = true;
         return true;
@@ -251,8 +314,13 @@ bool FXmlObjectReader::startElement(const char* name, const FXmlAttributeList& a
     return false;
 }
 
-bool FXmlObjectReader::characters(const char* text, std::int32_t length, void* context) {
-    Context& within = *static_cast<Context*>(context);
+bool FXmlObjectReader::endElement(const char*, void*) {
+    // The tag has been closed, so it isn't counted any more.
+    return open_.back().depth != countOpenTags() + 1 || finishInnermost();
+}
+
+bool FXmlObjectReader::characters(const char* text, std::int32_t length, void*) {
+    Open& within = open_.back();
     if (within.text != nullptr) {
         return length == 0 || within.text->append(text, length);
     }
@@ -287,13 +355,11 @@ bool FXmlObjectReader::readRoot(const Element& element) {
     if (element.isEmpty) {
         return readObjectRoot(element);
     }
-    auto tree = FRefPtr<FAttributes>::adopt(new FAttributes);
-    Context inner{Place::tree, tree.get()};
-    if (!parse(&inner)) {
-        return false;
-    }
-    return trees_ == nullptr ||
-           trees_->setObject(refOf(*element.name), tree.get(), AttributeHolding::shared, AttributeFlags::kAppend);
+    return begin(element, Open::ofTree(Place::tree, &FXmlObjectReader::finishRoot, newRecord(element.name)));
+}
+
+bool FXmlObjectReader::finishRoot(Open& element) {
+    return storeObject(trees_, std::move(element.record), element.value.get());
 }
 
 bool FXmlObjectReader::readObjectRoot(const Element& element) {
@@ -317,19 +383,13 @@ FRefPtr<FXmlReference> FXmlObjectReader::newReference(std::uint64_t id) {
     return references_.back();
 }
 
-bool FXmlObjectReader::storeObject(const Element& element, CmObject* object) {
-    const auto held = FRefPtr<CmObject>::adopt(object);
-    return storeValue(element.within.tree, element.name,
-                      [&](FStringIDAttribute& record) { record.setObject(held.get(), AttributeBits::kByReference); });
-}
-
 bool FXmlObjectReader::readInt(const Element& element) {
-    return storeValue(element.within.tree, element.name,
+    return storeValue(element.within.tree, newRecord(element.name),
                       [&](FStringIDAttribute& record) { record.setInt(integerOf(element.valueOf("value"))); });
 }
 
 bool FXmlObjectReader::readFloat(const Element& element) {
-    return storeValue(element.within.tree, element.name,
+    return storeValue(element.within.tree, newRecord(element.name),
                       [&](FStringIDAttribute& record) { record.setFloat(floatOf(element.valueOf("value"))); });
 }
 
@@ -337,43 +397,46 @@ bool FXmlObjectReader::readString(const Element& element) {
     const Value wide = element.valueOf("wide");
     const bool isWide = wide && (*wide == "true" || *wide == "1");
     const Value value = element.valueOf("value");
-    FByteBuffer body;
-    std::string_view text = value.value_or(std::string_view());
-    if (!value && !element.isEmpty && !readBody(body, text)) {
-        return false;
+    if (value || element.isEmpty) {
+        const std::string_view text = value.value_or(std::string_view());
+        return storeValue(element.within.tree, newRecord(element.name),
+                          [&](FStringIDAttribute& record) { setText(record, text, isWide); });
     }
-    return storeValue(element.within.tree, element.name,
-                      [&](FStringIDAttribute& record) { setText(record, text, isWide); });
+    Open body{Place::body};
+    body.finish = &FXmlObjectReader::finishBody;
+    body.record = newRecord(element.name);
+    body.text = std::make_unique<FByteBuffer>();
+    body.isWide = isWide;
+    return begin(element, std::move(body));
 }
 
-bool FXmlObjectReader::readBody(FByteBuffer& bytes, std::string_view& text) {
-    Context inner{Place::body};
-    inner.text = &bytes;
-    if (!parseRawText(&inner)) {
-        return false;
-    }
+bool FXmlObjectReader::finishBody(Open& element) {
     // Only now: an entity may have been cut between two pieces.
+    FByteBuffer& bytes = *element.text;
     const std::string_view raw = withoutFrame(asView(bytes));
     char* start = reinterpret_cast<char*>(bytes.getData()) + (raw.data() - asView(bytes).data());
-    text = {start, resolveXmlEntities(start, raw.size(), entityColumn())};
-    return true;
+    const std::string_view text(start, resolveXmlEntities(start, raw.size(), entityColumn()));
+    return storeValue(open_.back().tree, std::move(element.record),
+                      [&](FStringIDAttribute& record) { setText(record, text, element.isWide); });
 }
 
 bool FXmlObjectReader::readBinary(const Element& element) {
     if (!element.name) {
         return false;
     }
-    auto stream = FRefPtr<FMemoryStream>::adopt(new FMemoryStream);
-    if (!element.isEmpty) {
-        Context inner{Place::binary};
-        inner.bytes = stream.get();
-        if (!parse(&inner)) {
-            return false;
-        }
-    }
-    stream->truncate();
-    stream->rewind();
-    return storeObject(element, stream.detach());
+    auto* stream = new FMemoryStream;
+    Open binary{Place::binary};
+    binary.bytes = stream;
+    binary.finish = &FXmlObjectReader::finishBinary;
+    binary.value = FRefPtr<CmObject>::adopt(stream);
+    binary.record = newRecord(element.name);
+    return begin(element, std::move(binary));
+}
+
+bool FXmlObjectReader::finishBinary(Open& element) {
+    element.bytes->truncate();
+    element.bytes->rewind();
+    return store(element);
 }
 
 bool FXmlObjectReader::readMember(const Element& element) {
@@ -381,14 +444,7 @@ bool FXmlObjectReader::readMember(const Element& element) {
     if (!element.name) {
         return true;
     }
-    auto tree = FRefPtr<FAttributes>::adopt(new FAttributes);
-    if (!element.isEmpty) {
-        Context inner{Place::member, tree.get()};
-        if (!parse(&inner)) {
-            return false;
-        }
-    }
-    return storeObject(element, tree.detach());
+    return begin(element, Open::ofTree(Place::member, &FXmlObjectReader::store, newRecord(element.name)));
 }
 
 bool FXmlObjectReader::readList(const Element& element) {
@@ -400,19 +456,20 @@ bool FXmlObjectReader::readList(const Element& element) {
     if (known == nullptr) {
         return true;
     }
-    auto list = FRefPtr<FAttrList>::adopt(known->make());
-    if (!element.isEmpty) {
-        Context inner{known->place};
-        inner.list = list.get();
-        if (!parse(&inner)) {
-            return false;
-        }
-    }
-    return storeObject(element, list.detach());
+    Open list{known->place};
+    list.list = known->make();
+    list.finish = &FXmlObjectReader::store;
+    list.value = FRefPtr<CmObject>::adopt(list.list);
+    list.record = newRecord(element.name);
+    return begin(element, std::move(list));
+}
+
+bool FXmlObjectReader::store(Open& element) {
+    return storeObject(open_.back().tree, std::move(element.record), element.value.get());
 }
 
 bool FXmlObjectReader::readItem(const Element& element) {
-    const Context& within = element.within;
+    const Open& within = element.within;
     const Value value = element.valueOf("value");
     switch (within.place) {
     case Place::ints:
@@ -446,16 +503,20 @@ bool FXmlObjectReader::readReferenceItem(const Element& element) {
 }
 
 bool FXmlObjectReader::readTreeItem(const Element& element) {
-    auto tree = FRefPtr<FAttributes>::adopt(new FAttributes);
-    Context inner{Place::treeItem, tree.get()};
-    return parse(&inner) && static_cast<FSubList*>(element.within.list)->append(tree.detach());
+    return begin(element, Open::ofTree(Place::treeItem, &FXmlObjectReader::finishTreeItem, nullptr));
+}
+
+bool FXmlObjectReader::finishTreeItem(Open& element) {
+    // The reference goes over to the list.
+    static_cast<void>(element.value.detach());
+    return static_cast<FSubList*>(open_.back().list)->append(element.tree);
 }
 
 bool FXmlObjectReader::readObjectTag(const Element& element) {
     const std::uint64_t id = unsignedOf(element.valueOf("ID"));
     const Value className = element.valueOf("class");
     if (!className) {
-        return id == 0 || storeStandIn(element, newReference(id).detach());
+        return id == 0 || storeStandIn(newRecord(element.name), *newReference(id));
     }
     // With one root wanted, all other objects are passed over, also those that stand in it.
     if (id == 0 || (wantedId_ != 0 && id != wantedId_)) {
@@ -465,27 +526,30 @@ bool FXmlObjectReader::readObjectTag(const Element& element) {
 }
 
 bool FXmlObjectReader::readInstance(const Element& element, std::uint64_t id, std::string_view className) {
-    auto tree = FRefPtr<FAttributes>::adopt(new FAttributes);
-    if (!element.isEmpty) {
-        Context inner{Place::tree, tree.get()};
-        if (!parse(&inner)) {
-            return false;
-        }
-    }
-    const auto instance = FRefPtr<FXmlInstance>::adopt(new FXmlInstance(id, refOf(className), tree.detach()));
-    instances_.push_back({id, instance});
-    if (id == wantedId_ && references_.size() == 1) {
+    Open object = Open::ofTree(Place::tree, &FXmlObjectReader::finishInstance, newRecord(element.name));
+    // The reference goes over to the instance.
+    static_cast<void>(object.value.detach());
+    object.value = FRefPtr<CmObject>::adopt(new FXmlInstance(id, refOf(className), object.tree));
+    return begin(element, std::move(object));
+}
+
+bool FXmlObjectReader::finishInstance(Open& element) {
+    const FRefPtr<FXmlInstance> instance(static_cast<FXmlInstance*>(element.value.get()));
+    instances_.push_back({instance->getID(), instance});
+    if (instance->getID() == wantedId_ && references_.size() == 1) {
+        complete_ = true;
         stop(false);
     }
-    return storeStandIn(element, FRefPtr<FXmlInstance>(instance).detach());
+    return storeStandIn(std::move(element.record), *instance);
 }
 
 // In a list of objects as an element, elsewhere under its name. One without either is found by its ID alone.
-bool FXmlObjectReader::storeStandIn(const Element& element, FXmlObject* object) {
-    if (element.within.place == Place::objects) {
-        return static_cast<FObjectList*>(element.within.list)->append(object);
+bool FXmlObjectReader::storeStandIn(FRefPtr<FStringIDAttribute> record, FXmlObject& object) {
+    const Open& within = open_.back();
+    if (within.place == Place::objects) {
+        return static_cast<FObjectList*>(within.list)->append(FRefPtr<FXmlObject>(&object).detach());
     }
-    return storeObject(element, object);
+    return storeObject(within.tree, std::move(record), &object);
 }
 
 } // namespace tessera

@@ -11,7 +11,8 @@
 // that don't fit their list, as FXmlError::unexpectedTag; and whatever FXmlParser refuses. A document that ends after
 // its root tag is accepted as far as it goes, unless it ends within an element that holds values.
 //
-// One reader reads one document.
+// One reader reads one document. Depth costs no stack: the elements that are open stand in a list, and there are at
+// most as many of them as parses could run in each other.
 #pragma once
 
 #include "foundation/object/FRefPtr.h"
@@ -22,12 +23,12 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace tessera {
 
 class FAttributes;
-class FByteBuffer;
 class FStringIDAttribute;
 
 class FXmlObjectReader : public FXmlParser {
@@ -48,15 +49,21 @@ public:
 
 protected:
     bool startElement(const char* name, const FXmlAttributeList& attributes, bool isEmpty, void* context) override;
+    bool endElement(const char* name, void* context) override;
     bool characters(const char* text, std::int32_t length, void* context) override;
 
 private:
-    struct Context;
+    struct Open;
     struct Element;
     struct Tag;
 
-    bool readAll(Context& document);
+    bool readAll(FAttributes* members);
+    bool readElements();
     void resolve();
+    // What an element is stored by, at its end; at once, if it is empty.
+    using Finish = bool (FXmlObjectReader::*)(Open& element);
+    bool begin(const Element& element, Open open);
+    bool finishInnermost();
 
     bool readRootObjects(const Element& element);
     bool readRoot(const Element& element);
@@ -71,14 +78,16 @@ private:
 
     bool readObjectRoot(const Element& element);
     bool readInstance(const Element& element, std::uint64_t id, std::string_view className);
-    bool readTreeInto(const Element& element, FAttributes& tree);
     bool readTreeItem(const Element& element);
     bool readReferenceItem(const Element& element);
-    bool readBody(FByteBuffer& bytes, std::string_view& text);
     FRefPtr<FXmlReference> newReference(std::uint64_t id);
-    // Takes the caller's reference over.
-    static bool storeObject(const Element& element, CmObject* object);
-    static bool storeStandIn(const Element& element, FXmlObject* object);
+    bool finishRoot(Open& element);
+    bool finishBody(Open& element);
+    bool finishBinary(Open& element);
+    bool finishInstance(Open& element);
+    bool finishTreeItem(Open& element);
+    bool store(Open& element);
+    bool storeStandIn(FRefPtr<FStringIDAttribute> record, FXmlObject& object);
 
     struct Instance {
         std::uint64_t id;
@@ -87,6 +96,10 @@ private:
 
     std::string rootTag_;
     bool rootSeen_ = false;
+    // The one root that was wanted is there.
+    bool complete_ = false;
+    // The document, and the elements in it that hold values and whose end tags are to come, the innermost last.
+    std::vector<Open> open_;
     FAttributes* objects_ = nullptr;
     FAttributes* trees_ = nullptr;
     FString onlyRoot_;

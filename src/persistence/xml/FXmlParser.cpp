@@ -36,17 +36,9 @@ FXmlParser::FXmlParser(FStream* stream, FXmlReadAhead readAhead)
 
 FXmlParser::~FXmlParser() = default;
 
-bool FXmlParser::parse(void* context) {
-    return run(context, false);
-}
-
-bool FXmlParser::parseRawText(void* context) {
-    return run(context, true);
-}
-
 bool FXmlParser::skipSubtree() {
     const bool outer = std::exchange(skipping_, true);
-    const bool done = run(nullptr, false);
+    const bool done = parse(nullptr);
     skipping_ = outer;
     return done;
 }
@@ -74,6 +66,7 @@ void FXmlParser::setStream(FStream* stream) {
     textGoesOn_ = false;
     streamEnded_ = false;
     afterReturn_ = false;
+    rawText_ = false;
     if (nesting_ == 0) {
         openTags_.removeAll();
     }
@@ -108,7 +101,7 @@ bool FXmlParser::comment(const char*, void*, bool) {
     return true;
 }
 
-bool FXmlParser::run(void* context, bool rawText) {
+bool FXmlParser::parse(void* context) {
     assert(!inEmptyElement_ && "the end tag that this call looks for is that of the element around it");
     if (nesting_ == kMaximumNesting) {
         errorState_ = FXmlError::unexpectedTag;
@@ -120,11 +113,9 @@ bool FXmlParser::run(void* context, bool rawText) {
         stop_ = stop_ && entryDepth != 0;
     }
     errorState_ = FXmlError::none;
-    const bool outerRawText = std::exchange(rawText_, rawText);
     ++nesting_;
     readElements(context, entryDepth);
     --nesting_;
-    rawText_ = outerRawText;
     return errorState_ == FXmlError::none;
 }
 

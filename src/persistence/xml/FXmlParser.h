@@ -96,9 +96,13 @@ protected:
     void setErrorState(FXmlError state) { errorState_ = state; }
     bool isSkipping() const { return skipping_; }
 
-    // As parse, from inside startElement, for an element whose text counts with every byte: blanks and line ends in
-    // front of a text are delivered, right from behind the start tag.
-    bool parseRawText(void* context);
+    // Tells the listener of malformed documents as well.
+    void fail(FXmlError error);
+    // With that of the element whose start is told, unless it is empty; without that of the one whose end is told.
+    std::int32_t countOpenTags() const { return openTags_.getCount(); }
+
+    // From the next token on: text counts with every byte, so blanks and line ends in front of it are delivered.
+    void setRawText(bool on) { rawText_ = on; }
 
     // For readers that go on by themselves, byte by byte: the next byte, or -1 at the end of the stream.
     int nextByte();
@@ -110,7 +114,6 @@ protected:
 private:
     static constexpr int kNoByte = -1;
 
-    bool run(void* context, bool rawText);
     void readElements(void* context, std::int32_t entryDepth);
     bool readContent(FXmlToken token, FXmlToken before, void* context, std::int32_t entryDepth);
     bool isBeyondLastTag() const;
@@ -126,7 +129,6 @@ private:
     FRefPtr<FXmlAttribute> newAttribute();
     void recycle(FXmlAttributeList& attributes);
     void accept(bool accepted);
-    void fail(FXmlError error);
 
     FXmlToken readContentToken();
     FXmlToken readTagToken();

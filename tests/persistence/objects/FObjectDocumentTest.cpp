@@ -256,6 +256,18 @@ TEST(FObjectDocument, ReadingEndsWithTheOneRoot) {
     EXPECT_FALSE(load(other, broken, "Project", "b"));
 }
 
+TEST(FObjectDocument, WhatHoldsTheOneRootIsKeptAsFarAsItWasRead) {
+    FObjectDocument document;
+    EXPECT_TRUE(
+        load(document,
+             inProject("<rootObjects><root name=\"a\" ID=\"5\"/><root name=\"tree\">"
+                       "<member name=\"inner\"><obj class=\"TestNode\" name=\"node\" ID=\"5\"/><broken></member>"),
+             "Project", "a"));
+    ASSERT_NE(document.getObject("a"), nullptr);
+    ASSERT_NE(document.getTree("tree"), nullptr);
+    EXPECT_EQ(document.getTree("tree")->getTree("inner")->getObject("node"), document.getObject("a"));
+}
+
 TEST(FObjectDocument, ARootThatIsNotThereIsNoFailure) {
     FObjectDocument document;
     EXPECT_TRUE(load(document, goldenText("SharedObjects.xml"), "Project", "third"));

@@ -5,7 +5,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
+#include <cstdint>
+#include <limits>
 
 namespace tessera {
 namespace {
@@ -73,6 +76,41 @@ TEST(FXmlObjectReader, AThousandLevelsAreReadAndNoMore) {
     const std::string text = "<R>" + repeated("<member name=\"m\">", 999) + repeated("</member>", 999) + "</R>";
     EXPECT_TRUE(read(text).succeeded);
     EXPECT_FALSE(read("<R><member name=\"m\">" + text.substr(3, text.size() - 7) + "</member></R>").succeeded);
+}
+
+// How far apart the frames of its callbacks lie on the stack.
+class FrameMeasure : public FXmlObjectReader {
+public:
+    using FXmlObjectReader::FXmlObjectReader;
+    std::uintptr_t span() const { return highest_ - lowest_; }
+
+protected:
+    bool startElement(const char* name, const FXmlAttributeList& attributes, bool isEmpty, void* context) override {
+        const auto frame = reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0));
+        lowest_ = std::min(lowest_, frame);
+        highest_ = std::max(highest_, frame);
+        return FXmlObjectReader::startElement(name, attributes, isEmpty, context);
+    }
+
+private:
+    std::uintptr_t lowest_ = std::numeric_limits<std::uintptr_t>::max();
+    std::uintptr_t highest_ = 0;
+};
+
+TEST(FXmlObjectReader, DepthCostsNoStack) {
+    const std::pair<const char*, const char*> elements[] = {
+        {"<member name=\"m\">", "</member>"},
+        {"<obj class=\"TestNode\" name=\"o\" ID=\"5\">", "</obj>"},
+        {"<string name=\"s\">", "</string>"},
+    };
+    for (const auto& [start, end] : elements) {
+        const std::string text = "<R>" + repeated(start, 999) + repeated(end, 999) + "</R>";
+        FMemoryStream stream(static_cast<const void*>(text.data()), static_cast<std::int32_t>(text.size()));
+        FrameMeasure reader(stream, "R");
+        FAttributes members;
+        EXPECT_TRUE(reader.readObject(members)) << start;
+        EXPECT_LT(reader.span(), 4096u) << start;
+    }
 }
 
 TEST(FXmlObjectReader, AChainOfObjectsOfAnyLengthIsReadAndDropped) {
@@ -173,6 +211,7 @@ TEST(FXmlObjectReader, TagsInABodyMeanNothing) {
     EXPECT_EQ(bodyOf("a < b"), "a < b");
     EXPECT_EQ(bodyOf("one<int name=\"n\" value=\"1\"/>two"), "onetwo");
     EXPECT_EQ(bodyOf("one<!-- comment -->two"), "onetwo");
+    EXPECT_EQ(bodyOf("one <member name=\"m\"> x </member> two"), "one  two") << "nor does what they hold";
     EXPECT_EQ(bodyOf("one<other/>two"), "Unexpected tag or invalid attributes!");
 }
 

@@ -696,7 +696,14 @@ TEST(FXmlParser, NestingOfParsesIsBounded) {
 
 TEST(FXmlParser, RawTextKeepsWhatStandsInFrontOfIt) {
     TextParser parser("<a>\r\n <s>\r\n  x < y\r\n </s><s></s><s>\n\n<!-- c -->\t</s> </a>");
-    parser.onStart = [&](const std::string& name, bool, void*) { return name != "s" || parser.parseRawText(nullptr); };
+    const auto setRaw = [&](const std::string& name, bool on) {
+        if (name == "s") {
+            parser.setRawText(on);
+        }
+        return true;
+    };
+    parser.onStart = [&](const std::string& name, bool, void*) { return setRaw(name, true); };
+    parser.onEnd = [&](const std::string& name, void*) { return setRaw(name, false); };
     EXPECT_TRUE(parser.parse(nullptr));
     EXPECT_EQ(parser.events, "<a><s>[\r\n  x < y\r\n ][]</s><s></s><s>[\n\n][\t][]</s></a>");
 }

@@ -18,9 +18,9 @@ public:
     using OnStart = std::function<bool(const std::string& name, bool isEmpty, void* context)>;
     using FXmlParser::FXmlParser;
     using FXmlParser::nextByte;
-    using FXmlParser::parseRawText;
     using FXmlParser::peekByte;
     using FXmlParser::setErrorState;
+    using FXmlParser::setRawText;
     using FXmlParser::unreadByte;
 
     std::string events;
