@@ -30,7 +30,7 @@ bool Semaphore::wait(std::uint32_t timeoutMs) {
 }
 
 bool Semaphore::release(std::int32_t count) {
-    return isValid() && ReleaseSemaphore(handleIn(state_), count, nullptr) != FALSE;
+    return isValid() && count > 0 && ReleaseSemaphore(handleIn(state_), count, nullptr) != FALSE;
 }
 
 } // namespace tessera::platform

@@ -105,6 +105,20 @@ TEST(ThreadsLinux, HighClassRaisesWhoMay) {
               0);
 }
 
+TEST(ThreadsLinux, IdealProcessorIsANumberThatIsKept) {
+    SleepingThread thread;
+    thread.handle.setIdealProcessor(3);
+    EXPECT_EQ(thread.handle.setIdealProcessor(64), 3);
+    EXPECT_EQ(thread.handle.setIdealProcessor(63), 3);
+    EXPECT_EQ(thread.handle.setIdealProcessor(0), 63);
+    EXPECT_EQ(thread.handle.setIdealProcessor(64), 0);
+}
+
+TEST(ThreadsLinux, OpenedThreadIsItsNumber) {
+    SleepingThread thread;
+    EXPECT_EQ(openThread(thread.handle.id()), thread.handle.id());
+}
+
 TEST(ThreadsLinux, UnknownClassChangesNothing) {
     EXPECT_FALSE(setProcessClass(64));
     EXPECT_EQ(processClass(), kNormalClass);
