@@ -1,5 +1,7 @@
 #include "common/AiffHeader.h"
 
+#include "common/Utf8Path.h"
+
 #include <cstring>
 #include <fstream>
 
@@ -28,7 +30,7 @@ void writeBigEndian(std::fstream& file, std::int64_t at, std::int64_t value) {
 } // namespace
 
 void mendAiffLength(const std::string& path, std::int64_t frames, std::int64_t dataBytes) {
-    std::fstream file(path, std::ios::binary | std::ios::in | std::ios::out);
+    std::fstream file(nativePath(path), std::ios::binary | std::ios::in | std::ios::out);
     for (std::int64_t at = kFormHeaderBytes; file.seekg(at);) {
         unsigned char header[kChunkHeaderBytes];
         if (!file.read(reinterpret_cast<char*>(header), sizeof header)) {

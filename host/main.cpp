@@ -5,6 +5,7 @@
 #include "appservices/defaults/FGlobalDefaultPool.h"
 #include "appservices/translation/TranslationHook.h"
 #include "appservices/translation/TranslationTable.h"
+#include "common/Utf8Path.h"
 #include "discovery/identity/ApplicationInfo.h"
 #include "host/program/Application.h"
 #include "host/program/LineReader.h"
@@ -44,14 +45,14 @@ constexpr const char* kModuleFiles[] = {
 };
 
 std::string findModule(const char* program) {
-    const std::filesystem::path folder = std::filesystem::path(program).parent_path();
+    const std::filesystem::path folder = programs::nativePath(program).parent_path();
     for (const char* file : kModuleFiles) {
         std::error_code ignored;
         if (std::filesystem::exists(folder / file, ignored)) {
-            return (folder / file).lexically_normal().string();
+            return programs::utf8Text((folder / file).lexically_normal());
         }
     }
-    return (folder / kModuleFiles[0]).string();
+    return programs::utf8Text(folder / kModuleFiles[0]);
 }
 
 void tell(const std::string& line) {

@@ -1,6 +1,8 @@
 #include "peer/SoundFacts.h"
 
 #include "common/AiffHeader.h"
+#include "common/OpenSound.h"
+#include "common/Utf8Path.h"
 
 #include <sndfile.h>
 
@@ -33,7 +35,7 @@ bool isFloat(int format) {
 
 void removeFile(const std::string& path) {
     std::error_code ignored;
-    std::filesystem::remove(path, ignored);
+    std::filesystem::remove(programs::nativePath(path), ignored);
 }
 
 // Integers travel as left-aligned 32-bit words and floats as doubles: neither loses a bit on the way.
@@ -74,7 +76,7 @@ std::string SoundFacts::text() const {
 
 std::optional<SoundFacts> readSoundFacts(const std::string& path, std::string* problem) {
     SF_INFO info = {};
-    const Sound file(sf_open(path.c_str(), SFM_READ, &info));
+    const Sound file(programs::openSound(path, SFM_READ, &info));
     if (!file) {
         *problem = sf_strerror(nullptr);
         return std::nullopt;
@@ -85,7 +87,7 @@ std::optional<SoundFacts> readSoundFacts(const std::string& path, std::string* p
 bool convertSound(const std::string& source, const std::string& target, const SoundFacts& wanted,
                   std::string* problem) {
     SF_INFO sourceInfo = {};
-    const Sound from(sf_open(source.c_str(), SFM_READ, &sourceInfo));
+    const Sound from(programs::openSound(source, SFM_READ, &sourceInfo));
     if (!from) {
         *problem = sf_strerror(nullptr);
         return false;
@@ -94,7 +96,7 @@ bool convertSound(const std::string& source, const std::string& target, const So
     targetInfo.samplerate = wanted.rate;
     targetInfo.channels = wanted.channels;
     targetInfo.format = wanted.format & kFormatMask;
-    Sound to(sf_open(target.c_str(), SFM_WRITE, &targetInfo));
+    Sound to(programs::openSound(target, SFM_WRITE, &targetInfo));
     if (!to) {
         *problem = sf_strerror(nullptr);
         removeFile(target);

@@ -1,11 +1,11 @@
 #include "host/audio/AudioFormat.h"
 
+#include "common/Utf8Path.h"
 #include "host/text/HostTexts.h"
 #include "host/text/Message.h"
 
 #include <algorithm>
 #include <cctype>
-#include <filesystem>
 #include <limits>
 #include <sndfile.h>
 #include <string_view>
@@ -46,7 +46,7 @@ bool isPlainWave(int major) {
 }
 
 std::string lowerExtension(const std::string& path) {
-    std::string extension = std::filesystem::path(path).extension().string();
+    std::string extension = programs::utf8Text(programs::nativePath(path).extension());
     std::transform(extension.begin(), extension.end(), extension.begin(),
                    [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
     return extension;

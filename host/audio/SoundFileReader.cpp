@@ -1,5 +1,7 @@
 #include "host/audio/SoundFileReader.h"
 
+#include "common/OpenSound.h"
+#include "common/Utf8Path.h"
 #include "host/text/HostTexts.h"
 #include "host/text/Message.h"
 
@@ -22,15 +24,16 @@ std::unique_ptr<SoundFileReader> refuse(std::string* error, const std::string& r
 } // namespace
 
 std::unique_ptr<SoundFileReader> SoundFileReader::open(const std::string& path, std::string* error) {
+    const std::filesystem::path native = programs::nativePath(path);
     std::error_code ignored;
-    if (!std::filesystem::exists(path, ignored)) {
+    if (!std::filesystem::exists(native, ignored)) {
         return refuse(error, message(hostTexts.noSuchFile, path));
     }
-    if (std::filesystem::is_directory(path, ignored)) {
+    if (std::filesystem::is_directory(native, ignored)) {
         return refuse(error, message(hostTexts.folderNoSound, path));
     }
     SF_INFO info = {};
-    sf_private_tag* const file = sf_open(path.c_str(), SFM_READ, &info);
+    sf_private_tag* const file = programs::openSound(path, SFM_READ, &info);
     if (file == nullptr) {
         return refuse(error, message(hostTexts.noSoundFile, path, sf_strerror(nullptr)));
     }

@@ -1,6 +1,7 @@
 #include "host/audio/SoundFileWriter.h"
 
 #include "common/AiffHeader.h"
+#include "common/OpenSound.h"
 #include "host/text/HostTexts.h"
 #include "host/text/Message.h"
 
@@ -21,7 +22,7 @@ std::unique_ptr<SoundFileWriter> SoundFileWriter::create(const std::string& path
     info.format = format.container;
     info.channels = format.channels;
     info.samplerate = format.sampleRate;
-    sf_private_tag* const file = sf_open(path.c_str(), SFM_WRITE, &info);
+    sf_private_tag* const file = programs::openSound(path, SFM_WRITE, &info);
     if (file == nullptr) {
         if (error != nullptr) {
             *error = message(hostTexts.notWritableAs, path, describe(format), sf_strerror(nullptr));

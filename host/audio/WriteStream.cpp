@@ -1,10 +1,12 @@
 #include "host/audio/WriteStream.h"
 
+#include "common/Utf8Path.h"
 #include "host/audio/ReadStream.h"
 #include "host/text/HostTexts.h"
 #include "host/text/Message.h"
+#include "platform/Files.h"
+#include "platform/NativePath.h"
 
-#include <cstdio>
 #include <filesystem>
 #include <system_error>
 #include <utility>
@@ -13,8 +15,11 @@ namespace tessera::host {
 namespace {
 
 bool reserveName(const std::string& path) {
-    std::FILE* const file = std::fopen(path.c_str(), "wbx");
-    return file != nullptr && std::fclose(file) == 0;
+    const std::optional<std::u16string> name = platform::fromNativePath(path);
+    platform::FileOpenFlags flags;
+    flags.write = true;
+    std::int32_t error = 0;
+    return name && platform::File::open(*name, flags, platform::FileDisposition::createNew, error).isOpen();
 }
 
 } // namespace
@@ -78,7 +83,7 @@ void WriteStream::giveUp() {
     writer_.reset();
     life_ = Life::failed;
     std::error_code ignored;
-    std::filesystem::resize_file(path_, 0, ignored);
+    std::filesystem::resize_file(programs::nativePath(path_), 0, ignored);
 }
 
 void WriteStream::complete() {

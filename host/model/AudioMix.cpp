@@ -1,5 +1,6 @@
 #include "host/model/AudioMix.h"
 
+#include "common/Utf8Path.h"
 #include "host/audio/FrameShape.h"
 #include "host/audio/SoundFileReader.h"
 #include "host/audio/SoundFileWriter.h"
@@ -168,11 +169,11 @@ Complaint mixProject(Project& project, const std::string& path, const std::strin
     }
     std::error_code error;
     if (complaint.empty()) {
-        std::filesystem::rename(unfinished, path, error);
+        std::filesystem::rename(programs::nativePath(unfinished), programs::nativePath(path), error);
         complaint = error ? message(hostTexts.notReplaced, path, error.message()) : Complaint();
     }
     if (!complaint.empty()) {
-        std::filesystem::remove(unfinished, error);
+        std::filesystem::remove(programs::nativePath(unfinished), error);
     }
     return complaint;
 }

@@ -1,5 +1,6 @@
 #include "host/model/HostFile.h"
 
+#include "common/Utf8Path.h"
 #include "host/text/Text16.h"
 
 #include <filesystem>
@@ -9,14 +10,17 @@
 namespace tessera::host {
 namespace {
 
+using programs::nativePath;
+using programs::utf8Text;
+
 // What file systems take for one name, in bytes.
 constexpr std::size_t kLongestName = 255;
 constexpr int kMostTries = 10000;
 
 // "take.wav", 2: "take-2.wav". A stem that leaves no room for the number is cut between two characters.
 std::string numberedName(const std::filesystem::path& name, int number) {
-    const std::string suffix = "-" + std::to_string(number) + name.extension().string();
-    std::string stem = name.stem().string();
+    const std::string suffix = "-" + std::to_string(number) + utf8Text(name.extension());
+    std::string stem = utf8Text(name.stem());
     while (!stem.empty() && stem.size() + suffix.size() > kLongestName) {
         while (!stem.empty() && (static_cast<unsigned char>(stem.back()) & 0xC0) == 0x80) {
             stem.pop_back();
@@ -57,7 +61,7 @@ void HostFile::name(char16_t* buffer) {
     if (!guestMay("name") || buffer == nullptr) {
         return;
     }
-    writeText16(std::filesystem::path(path_).filename().string(), buffer, kHostPathUnits);
+    writeText16(utf8Text(nativePath(path_).filename()), buffer, kHostPathUnits);
 }
 
 FResult HostFile::append(const char16_t* name, std::int32_t isFolder) {
@@ -71,7 +75,7 @@ FResult HostFile::append(const char16_t* name, std::int32_t isFolder) {
     if (!isFolder_) {
         return kResultFalse;
     }
-    path_ = (std::filesystem::path(path_) / *text).string();
+    path_ = utf8Text(nativePath(path_) / nativePath(*text));
     isFolder_ = isFolder != 0;
     return kResultOk;
 }
@@ -80,15 +84,15 @@ FResult HostFile::makeUnique() {
     if (!guestMay("makeUnique")) {
         return kResultFailure;
     }
-    const std::filesystem::path wanted(path_);
+    const std::filesystem::path wanted = nativePath(path_);
     for (int number = 1; number < kMostTries; ++number) {
         const std::filesystem::path candidate =
-            number == 1 ? wanted : wanted.parent_path() / numberedName(wanted.filename(), number);
+            number == 1 ? wanted : wanted.parent_path() / nativePath(numberedName(wanted.filename(), number));
         std::error_code error;
         // A link that leads nowhere is a taken name, too.
         const std::filesystem::file_status status = std::filesystem::symlink_status(candidate, error);
         if (status.type() == std::filesystem::file_type::not_found) {
-            path_ = candidate.string();
+            path_ = utf8Text(candidate);
             return kResultOk;
         }
         if (error) {

@@ -1,5 +1,6 @@
 #include "host/model/ProjectFile.h"
 
+#include "common/Utf8Path.h"
 #include "host/stored/StoredProject.h"
 #include "host/stored/StoredText.h"
 #include "host/text/HostTexts.h"
@@ -18,15 +19,22 @@ namespace tessera::host {
 namespace {
 
 namespace fs = std::filesystem;
+using programs::nativePath;
+using programs::utf8Text;
 
 constexpr char kRootTag[] = "TesxProject";
 constexpr char kRootName[] = "project";
 
+std::string genericText(const fs::path& path) {
+    const std::u8string text = path.generic_u8string();
+    return std::string(text.begin(), text.end());
+}
+
 // Relative to the project's folder if the file lies inside it.
 std::string storedPath(const std::string& path, const fs::path& folder) {
-    const fs::path relative = fs::path(path).lexically_relative(folder);
+    const fs::path relative = nativePath(path).lexically_relative(folder);
     const bool isInside = !relative.empty() && *relative.begin() != "..";
-    return isInside ? relative.generic_string() : path;
+    return isInside ? genericText(relative) : path;
 }
 
 bool isInPool(const AudioPool& pool, const AudioClip& clip) {
@@ -108,12 +116,12 @@ public:
         : core_(std::move(core)),
           path_(std::move(path)),
           complaint_(complaint),
-          folder_(fs::absolute(path_).parent_path()) {}
+          folder_(fs::absolute(nativePath(path_)).parent_path()) {}
 
     std::shared_ptr<Project> read(Transport& transport) {
         FObjectDocument document;
         StoredProject* const stored = load(document);
-        auto project = stored == nullptr ? nullptr : Project::create(core_, folder_.string());
+        auto project = stored == nullptr ? nullptr : Project::create(core_, utf8Text(folder_));
         if (project == nullptr || !readPool(*stored, *project) || !readTracks(*stored, *project)) {
             return nullptr;
         }
@@ -121,7 +129,7 @@ public:
             transport.cycleLeft().set(stored->cycleLeft);
             transport.cycleRight().set(stored->cycleRight);
         }
-        project->setFilePath(fs::absolute(path_).string());
+        project->setFilePath(utf8Text(fs::absolute(nativePath(path_))));
         return project;
     }
 
@@ -135,7 +143,7 @@ private:
 
     // Borrowed from the document.
     StoredProject* load(FObjectDocument& document) {
-        std::ifstream file(path_, std::ios::binary);
+        std::ifstream file(nativePath(path_), std::ios::binary);
         const std::string bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
         if (!file) {
             complain(hostTexts.projectUnreadable, kProjectExtension);
@@ -161,7 +169,7 @@ private:
             if (!clip || clip->path.empty()) {
                 return complain(hostTexts.poolNeedsPath);
             }
-            const std::string file = (folder_ / clip->path).lexically_normal().string();
+            const std::string file = utf8Text((folder_ / nativePath(clip->path)).lexically_normal());
             std::string error;
             const std::shared_ptr<AudioClip> opened = AudioClip::open(core_, file, &error);
             if (opened == nullptr) {
@@ -216,7 +224,7 @@ Complaint saveProject(Project& project, Transport& transport, const std::string&
             project.ownPool().addPart(event->part());
         }
     }
-    ProjectSnapshot snapshot(fs::absolute(path).parent_path());
+    ProjectSnapshot snapshot(fs::absolute(nativePath(path)).parent_path());
     const FRefPtr<StoredProject> stored = snapshot.take(project, transport);
     if (!snapshot.complaint().empty()) {
         return snapshot.complaint();
@@ -231,7 +239,7 @@ Complaint saveProject(Project& project, Transport& transport, const std::string&
     if (!reason.empty()) {
         return message(hostTexts.projectNotSaved, path, reason);
     }
-    project.setFilePath(fs::absolute(path).string());
+    project.setFilePath(utf8Text(fs::absolute(nativePath(path))));
     return {};
 }
 

@@ -1,11 +1,12 @@
 #include "host/model/SafeSave.h"
 
+#include "common/Utf8Path.h"
 #include "host/text/HostTexts.h"
 #include "host/text/Message.h"
-#include "host/text/Text16.h"
 #include "platform/Files.h"
+#include "platform/NativePath.h"
+#include "platform/SystemErrors.h"
 
-#include <algorithm>
 #include <filesystem>
 #include <optional>
 #include <system_error>
@@ -13,37 +14,32 @@
 namespace tessera::host {
 namespace {
 
-std::string systemText(std::int32_t error) {
-    return std::system_category().message(error);
-}
-
 class PlatformSaveSteps final : public SaveSteps {
 public:
     std::string writeAndFlush(const std::string& path, std::string_view content) override {
-        std::optional<std::u16string> name = toText16(path);
+        const std::optional<std::u16string> name = platform::fromNativePath(path);
         if (!name) {
             return message(hostTexts.nameNotUtf8);
         }
-        std::replace(name->begin(), name->end(), u'/', u'\\');
         platform::FileOpenFlags flags;
         flags.write = true;
         std::int32_t error = 0;
         platform::File file = platform::File::open(*name, flags, platform::FileDisposition::createAlways, error);
         if (!file.isOpen()) {
-            return systemText(error);
+            return platform::describeError(error);
         }
         const auto size = static_cast<std::int64_t>(content.size());
         const bool stored = file.write(content.data(), size, error) == size && file.flush(error) && file.close(error);
-        return stored ? std::string() : systemText(error);
+        return stored ? std::string() : platform::describeError(error);
     }
     std::string rename(const std::string& from, const std::string& to) override {
         std::error_code error;
-        std::filesystem::rename(from, to, error);
+        std::filesystem::rename(programs::nativePath(from), programs::nativePath(to), error);
         return error ? error.message() : std::string();
     }
     void remove(const std::string& path) override {
         std::error_code ignored;
-        std::filesystem::remove(path, ignored);
+        std::filesystem::remove(programs::nativePath(path), ignored);
     }
 };
 

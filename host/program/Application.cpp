@@ -1,6 +1,7 @@
 #include "host/program/Application.h"
 
 #include "appservices/defaults/FGlobalDefaultPool.h"
+#include "common/Utf8Path.h"
 #include "host/model/AudioClipAccess.h"
 #include "host/model/AudioMix.h"
 #include "host/model/AudioWriterFactory.h"
@@ -22,6 +23,8 @@ namespace tessera::host {
 namespace {
 
 namespace fs = std::filesystem;
+using programs::nativePath;
+using programs::utf8Text;
 
 constexpr char kEditCategory[] = "Tessera Exchange";
 constexpr char kEditName[] = "Edit in Tessera";
@@ -38,16 +41,16 @@ std::string counted(std::size_t count, const std::string& thing) {
 // The project file in a folder, or empty.
 std::string projectIn(const std::string& folder) {
     std::error_code error;
-    for (const auto& entry : fs::directory_iterator(folder, error)) {
+    for (const auto& entry : fs::directory_iterator(nativePath(folder), error)) {
         if (entry.path().extension() == kProjectExtension) {
-            return entry.path().string();
+            return utf8Text(entry.path());
         }
     }
     return {};
 }
 
 std::string fullPath(const std::string& path) {
-    return fs::absolute(path).lexically_normal().string();
+    return utf8Text(fs::absolute(nativePath(path)).lexically_normal());
 }
 
 } // namespace
@@ -173,7 +176,7 @@ Complaint Application::newProject(const std::string& folder, const std::vector<s
     if (const std::string there = projectIn(path); !there.empty()) {
         return message(hostTexts.folderHoldsProject, path, there);
     }
-    fs::create_directories(fs::path(path) / "Audio", error);
+    fs::create_directories(nativePath(path) / "Audio", error);
     if (error) {
         return message(hostTexts.folderNotMade, path, error.message());
     }
@@ -187,7 +190,7 @@ Complaint Application::newProject(const std::string& folder, const std::vector<s
         }
         const std::shared_ptr<AudioPart> part = partOf(project->ownPool(), clip);
         const EventPlace place{track->end(), clip->seconds(), 0};
-        track->add(std::make_shared<Event>(core_, fs::path(file).filename().string(), place, part));
+        track->add(std::make_shared<Event>(core_, utf8Text(nativePath(file).filename()), place, part));
     }
     setProject(project);
     hasUnsavedChanges_ = true;
@@ -217,8 +220,8 @@ Complaint Application::saveProject(const std::string& path) {
     }
     std::string file = path.empty() ? project()->filePath() : fullPath(path);
     if (file.empty()) {
-        const fs::path folder = project()->folderPath();
-        file = (folder / (folder.filename().string() + kProjectExtension)).string();
+        const fs::path folder = nativePath(project()->folderPath());
+        file = utf8Text(folder / folder.filename()) + kProjectExtension;
     }
     Complaint complaint = host::saveProject(*project(), *transport_, file);
     if (complaint.empty()) {
@@ -265,7 +268,7 @@ Complaint Application::addSound(const std::string& path, const NewEventPlace& wa
     }
     const std::shared_ptr<AudioPart> part = partOf(project()->ownPool(), clip);
     const EventPlace place{wanted.start.value_or(track->end()), length, offset};
-    undo_->addEventTo(track, std::make_shared<Event>(core_, fs::path(path).filename().string(), place, part));
+    undo_->addEventTo(track, std::make_shared<Event>(core_, utf8Text(nativePath(path).filename()), place, part));
     undo_->commitBlock(message(hostTexts.addEvent));
     settle();
     return {};
@@ -391,7 +394,7 @@ void Application::warnOfSeparators() {
     if (selected.empty() || !selected.front()->isAudio()) {
         return;
     }
-    const std::string name = fs::path(selected.front()->ownClip()->path()).filename().string();
+    const std::string name = utf8Text(nativePath(selected.front()->ownClip()->path()).filename());
     const std::string folder = platform::temporaryFolder();
     for (const std::string& text : {name, folder}) {
         if (text.find(';') != std::string::npos) {

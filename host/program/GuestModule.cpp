@@ -1,5 +1,6 @@
 #include "host/program/GuestModule.h"
 
+#include "common/Utf8Path.h"
 #include "components/FModule.h"
 #include "components/HostContext.h"
 #include "foundation/text/FString.h"
@@ -32,7 +33,7 @@ std::string utf8Of(const FStringRef& text) {
 }
 
 FNPath pathOf(const std::filesystem::path& native, PathKind kind) {
-    const std::optional<std::u16string> text = platform::fromNativePath(native.string());
+    const std::optional<std::u16string> text = platform::fromNativePath(programs::utf8Text(native));
     return FNPath(FStringRef(text ? text->c_str() : u""), kind);
 }
 
@@ -78,7 +79,7 @@ GuestModule::~GuestModule() {
 
 Complaint GuestModule::find(const std::string& path) {
     std::error_code ignored;
-    const std::filesystem::path file = std::filesystem::canonical(path, ignored);
+    const std::filesystem::path file = std::filesystem::canonical(programs::nativePath(path), ignored);
     const FNPath filter = pathOf(file, PathKind::file);
     if (registry_->scanFolder(pathOf(file.parent_path(), PathKind::folder), &filter) == 0) {
         return whyNoModule(path);

@@ -1,5 +1,6 @@
 #include "host/program/SettingCommands.h"
 
+#include "common/Utf8Path.h"
 #include "host/program/HostLanguage.h"
 #include "host/text/HostTexts.h"
 #include "host/text/Message.h"
@@ -16,7 +17,7 @@ constexpr char kWaitName[] = "wait";
 
 bool isThere(const std::string& file) {
     std::error_code ignored;
-    return std::filesystem::is_regular_file(file, ignored);
+    return std::filesystem::is_regular_file(programs::nativePath(file), ignored);
 }
 
 Complaint openNewest(Application& application) {

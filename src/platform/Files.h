@@ -18,6 +18,8 @@ enum class FileDisposition {
     openExisting,
     // Made if it is missing, emptied if it isn't.
     createAlways,
+    // Made; what is there already is a failure.
+    createNew,
 };
 
 struct FileOpenFlags {

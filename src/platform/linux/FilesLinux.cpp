@@ -71,6 +71,18 @@ int descriptorOf(std::int64_t handle) {
     return static_cast<int>(handle);
 }
 
+int creationOf(FileDisposition disposition) {
+    switch (disposition) {
+    case FileDisposition::createAlways:
+        return O_CREAT | O_TRUNC;
+    case FileDisposition::createNew:
+        return O_CREAT | O_EXCL;
+    case FileDisposition::openExisting:
+        break;
+    }
+    return 0;
+}
+
 } // namespace
 
 File::File(File&& other) noexcept : handle_(std::exchange(other.handle_, kClosed)) {}
@@ -97,7 +109,7 @@ File File::open(std::u16string_view path, const FileOpenFlags& flags, FileDispos
         error = ENOENT;
         return file;
     }
-    const int creation = disposition == FileDisposition::createAlways ? O_CREAT | O_TRUNC : 0;
+    const int creation = creationOf(disposition);
     const int descriptor = repeatInterrupted([&] {
         return ::open(native->c_str(), accessOf(flags) | creation | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, kFileMode);
     });

@@ -31,9 +31,20 @@ DWORD attributesOf(const FileOpenFlags& flags) {
            (flags.deleteOnClose ? FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE : FILE_ATTRIBUTE_NORMAL);
 }
 
+DWORD creationOf(FileDisposition disposition) {
+    switch (disposition) {
+    case FileDisposition::createAlways:
+        return CREATE_ALWAYS;
+    case FileDisposition::createNew:
+        return CREATE_NEW;
+    case FileDisposition::openExisting:
+        break;
+    }
+    return OPEN_EXISTING;
+}
+
 File openAt(const std::wstring& path, const FileOpenFlags& flags, FileDisposition disposition, std::int32_t& error) {
-    const DWORD creation = disposition == FileDisposition::createAlways ? CREATE_ALWAYS : OPEN_EXISTING;
-    File file = fileOf(::CreateFileW(path.c_str(), accessOf(flags), sharingOf(flags), nullptr, creation,
+    File file = fileOf(::CreateFileW(path.c_str(), accessOf(flags), sharingOf(flags), nullptr, creationOf(disposition),
                                      attributesOf(flags), nullptr));
     error = file.isOpen() ? 0 : lastSystemError();
     return file;
