@@ -25,7 +25,7 @@ struct IAttributes : IBaseUnknown {
     // Without copy the bytes have to outlive the tree.
     virtual FResult setBinary(const char* name, const void* data, std::uint32_t size, bool copy) = 0;
     virtual FResult get(const char* name, FVariant& out) = 0;
-    // The next value of the list; fails at its end, and stays there until resetQueue.
+    // The next value of the list; fails at its end, and stays there until resetQueue. A list of trees begins anew.
     virtual FResult unqueue(const char* name, FVariant& out) = 0;
     virtual std::int32_t queuedCount(const char* name) = 0;
     virtual FResult resetQueue(const char* name) = 0;

@@ -137,6 +137,7 @@ TEST_F(FAttributesInterface, QueuesAreReadInOrderAndReset) {
     EXPECT_EQ(value.integer(), 1);
     EXPECT_EQ(attributes.unqueue("ints", value), kResultOk);
     EXPECT_EQ(attributes.unqueue("ints", value), kResultFalse);
+    EXPECT_EQ(attributes.unqueue("ints", value), kResultFalse) << "the end is where it stays";
     EXPECT_EQ(attributes.unqueue("texts", value), kResultOk);
     EXPECT_EQ(value.type(), FVariant::kText16);
     EXPECT_EQ(attributes.unqueue("texts", value), kResultFalse);
@@ -145,6 +146,7 @@ TEST_F(FAttributesInterface, QueuesAreReadInOrderAndReset) {
     EXPECT_EQ(attributes.unqueue("trees", value), kResultOk);
     EXPECT_EQ(value.object(), unknownOf(sub.get()));
     EXPECT_EQ(attributes.unqueue("trees", value), kResultFalse);
+    EXPECT_EQ(attributes.unqueue("trees", value), kResultOk) << "trees begin anew";
     EXPECT_EQ(attributes.resetAllQueues(), kResultOk);
     EXPECT_EQ(attributes.unqueue("ints", value), kResultOk);
     EXPECT_EQ(attributes.unqueue("texts", value), kResultOk);
