@@ -6,6 +6,9 @@ namespace {
 constexpr std::string_view kIn = "{in}";
 constexpr std::string_view kOut = "{out}";
 constexpr std::string_view kFile = "{file}";
+// Behind a backslash.
+constexpr std::string_view kTakenAsTheyAre = "\\\"' \t\n";
+constexpr std::size_t kNone = std::string_view::npos;
 
 std::optional<std::vector<std::string>> splitWords(std::string_view text) {
     std::vector<std::string> words;
@@ -14,7 +17,7 @@ std::optional<std::vector<std::string>> splitWords(std::string_view text) {
     char quote = 0;
     for (std::size_t i = 0; i < text.size(); ++i) {
         const char c = text[i];
-        if (c == '\\' && quote != '\'' && i + 1 < text.size()) {
+        if (c == '\\' && quote != '\'' && i + 1 < text.size() && kTakenAsTheyAre.find(text[i + 1]) != kNone) {
             word += text[++i];
             inWord = true;
         } else if (quote != 0) {

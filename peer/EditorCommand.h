@@ -1,7 +1,8 @@
 // EditorCommand: the command line that does the editing, as the user wrote it.
 //
 // Words are separated by blanks; single or double quotes keep a word together, and a backslash outside single quotes
-// takes the next character as it is. No shell is involved, so nothing in a file's name can be taken for a command.
+// takes a quote, a blank or a backslash behind it as it is. Before all else it stands for itself, as in the paths of
+// Windows. No shell is involved, so nothing in a file's name can be taken for a command.
 // Two forms exist:
 //   {in} and {out}  the program reads one file and writes another: "sox -R {in} {out} reverse"
 //   {file}          the program edits the file in place, as editors with a window do: "audacity {file}"

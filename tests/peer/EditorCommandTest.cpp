@@ -40,6 +40,12 @@ TEST(EditorCommand, QuotesAndBackslashesKeepWordsTogether) {
               parsed("run 'a b' \"c\\\"d\" e\\ f '' {x} {in} {out}").arguments("/i", "/o"));
 }
 
+TEST(EditorCommand, BackslashesOfPathsStandForThemselves) {
+    const EditorCommand command = parsed(R"("C:\Program Files\edit.exe" --to=D:\out {in} '\\server\in' {out})");
+    EXPECT_EQ(R"(C:\Program Files\edit.exe)", command.program());
+    EXPECT_EQ((Words{R"(--to=D:\out)", "/i", R"(\\server\in)", "/o"}), command.arguments("/i", "/o"));
+}
+
 TEST(EditorCommand, TheInPlaceFormFillsTheEditedFile) {
     const EditorCommand command = parsed("window-editor {file}");
     EXPECT_TRUE(command.editsInPlace());
