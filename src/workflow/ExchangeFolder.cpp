@@ -1,6 +1,7 @@
 #include "workflow/ExchangeFolder.h"
 
 #include "platform/Files.h"
+#include "platform/NativePath.h"
 #include "platform/TemporaryFolder.h"
 #include "shell/hostapi/IUrlFactory.h"
 #include "workflow/HostServices.h"
@@ -27,8 +28,10 @@ FRefPtr<IHostFile> exchangeFolder() {
     if (temporary.empty() || !file) {
         return {};
     }
-    const std::u16string path = wideOf(temporary + "/Marlgrove/TeEx");
+    std::u16string path = wideOf(temporary + "/Marlgrove/TeEx");
     createFolder(path);
+    // The host appends names in the system's own form, and the peer gets what comes of it.
+    std::ranges::replace(path, u'/', platform::nativeSeparator());
     file->setPath(path.c_str(), 1);
     return FRefPtr<IHostFile>(file.get());
 }
