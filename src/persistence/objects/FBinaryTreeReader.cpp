@@ -12,6 +12,7 @@
 #include "persistence/streams/FMemoryStream.h"
 
 #include <algorithm>
+#include <type_traits>
 
 namespace tessera {
 
@@ -40,6 +41,26 @@ bool isKnownClass(const FString& name) {
 bool loadBinary(FStream& stream, FAttributes& objects, FAttributes& trees) {
     return FBinaryTreeReader(stream).readDocument(objects, trees);
 }
+
+enum class FBinaryTreeReader::Kind { tree, trees, objects, plainObjects };
+
+struct FBinaryTreeReader::Level {
+    Kind kind = Kind::tree;
+    // In the tree around it.
+    FString name;
+    // The list, or the tree, unless the caller has it.
+    Value value;
+    FAttributes* tree = nullptr;
+    std::int32_t count = 0;
+    std::int32_t index = 0;
+    // Of the object whose tree it is.
+    bool isObject = false;
+    bool hasId = false;
+    std::uint64_t id = 0;
+    FString className;
+};
+
+FBinaryTreeReader::FBinaryTreeReader(FStream& stream) : stream_(stream) {}
 
 FBinaryTreeReader::~FBinaryTreeReader() = default;
 
@@ -89,8 +110,7 @@ bool FBinaryTreeReader::readObjectRoot(FAttributes& objects) {
     if (!name.readString(stream_) || !stream_.readUInt64(id)) {
         return false;
     }
-    Value object;
-    if (!instances_.contains(id) && !readObjectRecord(object)) {
+    if (!instances_.contains(id) && !(beginObject(FString(), true) && readLevels())) {
         return false;
     }
     return objects.setObject(name, newReference(id).get(), AttributeHolding::shared, AttributeFlags::kAppend);
@@ -104,13 +124,9 @@ bool FBinaryTreeReader::readTreeRoot(FAttributes& trees) {
 }
 
 bool FBinaryTreeReader::readTree(FAttributes& tree) {
-    if (depth_ >= FAttributes::kDeepest) {
-        return false;
-    }
-    ++depth_;
-    const bool complete = readRecords(tree, &FBinaryTreeReader::readRecord);
-    --depth_;
-    return complete;
+    Level& level = beginLevel(Kind::tree, FString());
+    level.tree = &tree;
+    return beginTree(level) && readLevels();
 }
 
 bool FBinaryTreeReader::readRecords(FAttributes& tree, bool (FBinaryTreeReader::*readOne)(FAttributes& tree)) {
@@ -120,6 +136,32 @@ bool FBinaryTreeReader::readRecords(FAttributes& tree, bool (FBinaryTreeReader::
         complete = makeRoom(tree, i, count) && (this->*readOne)(tree);
     }
     return complete;
+}
+
+bool FBinaryTreeReader::readLevels() {
+    while (!levels_.empty()) {
+        Level& level = levels_.back();
+        if (!(level.index < level.count ? readElement(level) : finishLevel())) {
+            return false;
+        }
+    }
+    return true;
+}
+
+// An element may begin a level, and the reference to this one is good for nothing then.
+bool FBinaryTreeReader::readElement(Level& level) {
+    const std::int32_t index = level.index++;
+    switch (level.kind) {
+    case Kind::tree:
+        return makeRoom(*level.tree, index, level.count) && readRecord(*level.tree);
+    case Kind::trees:
+        return beginTree(beginLevel(Kind::tree, FString()));
+    case Kind::objects:
+        return readListedObject();
+    case Kind::plainObjects:
+        return beginObject(FString(), false);
+    }
+    return false;
 }
 
 bool FBinaryTreeReader::readRecord(FAttributes& tree) {
@@ -141,22 +183,38 @@ bool FBinaryTreeReader::readRecord(FAttributes& tree) {
         FString text;
         return text.readString(stream_) && tree.setString(name, text, AttributeFlags::kAppend);
     }
-    case kObject: {
-        Value value;
-        return readValue(value) &&
-               (!value || tree.setObject(name, value.detach(), AttributeHolding::owned, AttributeFlags::kAppend));
-    }
+    case kObject:
+        return readValue(std::move(name));
     default:
         return false;
     }
 }
 
-bool FBinaryTreeReader::readValue(Value& value) {
+bool FBinaryTreeReader::readValue(FString&& name) {
     std::uint16_t tag = 0;
-    return stream_.readUInt16(tag) && readValueOf(tag, value);
+    if (!stream_.readUInt16(tag)) {
+        return false;
+    }
+    switch (tag) {
+    case BinaryTag::kTree:
+        return beginTree(beginLevel(Kind::tree, std::move(name)));
+    case BinaryTag::kSubList:
+        return beginList(Kind::trees, std::move(name), new FSubList);
+    case BinaryTag::kObjectList:
+        return beginList(Kind::objects, std::move(name), new FObjectList);
+    case BinaryTag::kPlainObjectList:
+        return beginList(Kind::plainObjects, std::move(name), new FObjectList);
+    case BinaryTag::kObject:
+        return beginObject(std::move(name), true);
+    case BinaryTag::kPlainObject:
+        return beginObject(std::move(name), false);
+    default:
+        Value value;
+        return readPlainValue(tag, value) && store(levels_.back(), name, std::move(value));
+    }
 }
 
-bool FBinaryTreeReader::readValueOf(std::uint16_t tag, Value& value) {
+bool FBinaryTreeReader::readPlainValue(std::uint16_t tag, Value& value) {
     switch (tag) {
     case BinaryTag::kIntList:
         return readInts(value);
@@ -165,30 +223,89 @@ bool FBinaryTreeReader::readValueOf(std::uint16_t tag, Value& value) {
     case BinaryTag::kStringList8:
     case BinaryTag::kStringList16:
         return readTexts(value);
-    case BinaryTag::kSubList:
-        return readTrees(value);
-    case BinaryTag::kTree: {
-        auto tree = FRefPtr<FAttributes>::adopt(new FAttributes);
-        value = tree.get();
-        return readTree(*tree);
-    }
     case BinaryTag::kBinary:
         return readBytes(value);
-    case BinaryTag::kObject:
-        return readObjectRecord(value);
     case BinaryTag::kReference:
         return readReference(value);
-    case BinaryTag::kObjectList:
-        return readObjects(value);
-    case BinaryTag::kPlainObject:
-        return readPlainObject(value);
-    case BinaryTag::kPlainObjectList:
-        return readPlainObjects(value);
     case BinaryTag::kChainedObject:
     case BinaryTag::kChainedObjectList:
     default:
         return false;
     }
+}
+
+FBinaryTreeReader::Level& FBinaryTreeReader::beginLevel(Kind kind, FString&& name, CmObject* value) {
+    static_assert(std::is_nothrow_move_constructible_v<Level>, "the list would copy what it holds whenever it grows");
+    Level& level = levels_.emplace_back();
+    level.kind = kind;
+    level.name = std::move(name);
+    level.value = Value::adopt(value);
+    return level;
+}
+
+bool FBinaryTreeReader::beginTree(Level& level) {
+    if (level.tree == nullptr) {
+        level.tree = new FAttributes;
+        level.value = Value::adopt(level.tree);
+    }
+    return ++depth_ <= FAttributes::kDeepest && readCount(level.count);
+}
+
+bool FBinaryTreeReader::beginObject(FString&& name, bool hasId) {
+    Level& level = beginLevel(Kind::tree, std::move(name));
+    level.isObject = true;
+    level.hasId = hasId;
+    return level.className.readString(stream_) && (!hasId || stream_.readUInt64(level.id)) && beginTree(level);
+}
+
+bool FBinaryTreeReader::beginList(Kind kind, FString&& name, CmObject* list) {
+    return readCount(beginLevel(kind, std::move(name), list).count);
+}
+
+bool FBinaryTreeReader::finishLevel() {
+    Level& level = levels_.back();
+    depth_ -= level.kind == Kind::tree ? 1 : 0;
+    Value value = valueOf(level);
+    // The outermost is the caller's, or an object that is found by its ID.
+    const bool stored = levels_.size() == 1 || store(levels_[levels_.size() - 2], level.name, std::move(value));
+    levels_.pop_back();
+    return stored;
+}
+
+// Null for an object whose class isn't known.
+FBinaryTreeReader::Value FBinaryTreeReader::valueOf(Level& level) {
+    if (!level.isObject) {
+        return std::move(level.value);
+    }
+    FRefPtr<FXmlInstance> instance;
+    if (isKnownClass(level.className)) {
+        static_cast<void>(level.value.detach());
+        instance = FRefPtr<FXmlInstance>::adopt(new FXmlInstance(level.id, std::move(level.className), level.tree));
+    } else {
+        reportError(kUnknownClass, level.className);
+    }
+    if (level.hasId) {
+        // A further record under an ID stands for itself, and references mean the first.
+        instances_.emplace(level.id, instance);
+    }
+    return Value(instance.get());
+}
+
+// What is null is left out.
+bool FBinaryTreeReader::store(Level& around, const FString& name, Value value) {
+    if (!value) {
+        return true;
+    }
+    switch (around.kind) {
+    case Kind::tree:
+        return around.tree->setObject(name, value.detach(), AttributeHolding::owned, AttributeFlags::kAppend);
+    case Kind::trees:
+        return static_cast<FSubList*>(around.value.get())->append(static_cast<FAttributes*>(value.detach()));
+    case Kind::objects:
+    case Kind::plainObjects:
+        return static_cast<FObjectList*>(around.value.get())->append(value.detach());
+    }
+    return false;
 }
 
 bool FBinaryTreeReader::readInts(Value& value) {
@@ -227,15 +344,6 @@ bool FBinaryTreeReader::readTexts(Value& value) {
     });
 }
 
-bool FBinaryTreeReader::readTrees(Value& value) {
-    auto* list = new FSubList;
-    value = Value::adopt(list);
-    return readElements([&] {
-        auto* tree = new FAttributes;
-        return list->append(tree) && readTree(*tree);
-    });
-}
-
 // A memory stream's own form is what stands here, and it believes no size either.
 bool FBinaryTreeReader::readBytes(Value& value) {
     auto* bytes = new FMemoryStream;
@@ -243,59 +351,17 @@ bool FBinaryTreeReader::readBytes(Value& value) {
     return bytes->read(stream_);
 }
 
-bool FBinaryTreeReader::readObjects(Value& value) {
-    auto* list = new FObjectList;
-    value = Value::adopt(list);
-    return readElements([&] {
-        std::uint16_t tag = 0;
-        Value element;
-        if (!stream_.readUInt16(tag) || (tag != BinaryTag::kObject && tag != BinaryTag::kReference) ||
-            !readValueOf(tag, element)) {
-            return false;
-        }
-        return !element || list->append(element.detach());
-    });
-}
-
-bool FBinaryTreeReader::readPlainObjects(Value& value) {
-    auto* list = new FObjectList;
-    value = Value::adopt(list);
-    return readElements([&] {
-        Value element;
-        return readPlainObject(element) && (!element || list->append(element.detach()));
-    });
-}
-
-bool FBinaryTreeReader::readObjectRecord(Value& value) {
-    FString className;
-    std::uint64_t id = 0;
-    auto tree = FRefPtr<FAttributes>::adopt(new FAttributes);
-    if (!className.readString(stream_) || !stream_.readUInt64(id) || !readTree(*tree)) {
+bool FBinaryTreeReader::readListedObject() {
+    std::uint16_t tag = 0;
+    if (!stream_.readUInt16(tag)) {
         return false;
     }
-    value = newInstance(id, std::move(className), std::move(tree));
-    // A further record under an ID stands for itself, and references mean the first.
-    instances_.emplace(id, FRefPtr<FXmlInstance>(static_cast<FXmlInstance*>(value.get())));
-    return true;
-}
-
-bool FBinaryTreeReader::readPlainObject(Value& value) {
-    FString className;
-    auto tree = FRefPtr<FAttributes>::adopt(new FAttributes);
-    if (!className.readString(stream_) || !readTree(*tree)) {
-        return false;
+    if (tag == BinaryTag::kObject) {
+        return beginObject(FString(), true);
     }
-    value = newInstance(0, std::move(className), std::move(tree));
-    return true;
-}
-
-FBinaryTreeReader::Value FBinaryTreeReader::newInstance(std::uint64_t id, FString className,
-                                                        FRefPtr<FAttributes> tree) {
-    if (!isKnownClass(className)) {
-        reportError(kUnknownClass, className);
-        return {};
-    }
-    return Value::adopt(new FXmlInstance(id, std::move(className), tree.detach()));
+    Value reference;
+    return tag == BinaryTag::kReference && readReference(reference) &&
+           store(levels_.back(), FString(), std::move(reference));
 }
 
 bool FBinaryTreeReader::readReference(Value& value) {

@@ -10,6 +10,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstdint>
+#include <limits>
 #include <string>
 #include <string_view>
 
@@ -437,6 +440,46 @@ TEST(BinaryTree, NestingEndsAtTheDeepest) {
     FMemoryStream stream;
     EXPECT_FALSE(tooDeep->write(stream));
     EXPECT_FALSE(readInto(read, treeWithTag(6, bytes)));
+}
+
+// How far apart the frames lie on the stack from which it is read.
+class FrameMeasure : public FMemoryStream {
+public:
+    using FMemoryStream::FMemoryStream;
+    using FMemoryStream::read;
+    std::int32_t read(void* buffer, std::int32_t size) override {
+        const auto frame = reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0));
+        lowest_ = std::min(lowest_, frame);
+        highest_ = std::max(highest_, frame);
+        return FMemoryStream::read(buffer, size);
+    }
+    std::uintptr_t span() const { return highest_ - lowest_; }
+
+private:
+    std::uintptr_t lowest_ = std::numeric_limits<std::uintptr_t>::max();
+    std::uintptr_t highest_ = 0;
+};
+
+TEST(BinaryTree, DepthCostsNoStack) {
+    const std::string starts[] = {
+        u32(1) + text("a") + u16(2) + u16(6),
+        u32(1) + text("a") + u16(2) + u16(5) + u32(1),
+        u32(1) + text("a") + u16(2) + u16(20) + text("StoredNode") + u64(5),
+        u32(1) + text("a") + u16(2) + u16(201) + u32(1) + u16(20) + text("StoredNode") + u64(5),
+        u32(1) + text("a") + u16(2) + u16(101) + u32(1) + text("StoredNode"),
+    };
+    for (const std::string& start : starts) {
+        std::string bytes;
+        for (int i = 1; i < FAttributes::kDeepest; ++i) {
+            bytes += start;
+        }
+        bytes += u32(0);
+        FrameMeasure stream(static_cast<const void*>(bytes.data()), static_cast<std::int32_t>(bytes.size()));
+        FAttributes tree;
+        EXPECT_TRUE(tree.read(stream));
+        // As much as the ways to the different values differ by.
+        EXPECT_LT(stream.span(), 8192u);
+    }
 }
 
 TEST(BinaryTree, ADocumentOfAHundredThousandLevelsIsRefused) {
