@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <random>
 #include <vector>
@@ -62,5 +63,24 @@ private:
     std::vector<std::unique_ptr<BenchmarkKey>> objects_;
     std::vector<BenchmarkKey*> order_;
 };
+
+// Benchmarks are called anew for each repetition, and several times before the first to find out how long they take.
+// What they only read is made once for each size, and never taken down: a million keys cost more than most of what is
+// measured with them.
+inline const Keys& keysOf(std::int64_t count) {
+    static auto& made = *new std::map<std::int64_t, Keys>;
+    return made.try_emplace(count, count).first->second;
+}
+
+// A container with all of the keys in it, likewise; fill(container, keys) makes it.
+template <class Side, class Fill>
+Side& filledWith(std::int64_t count, Fill fill) {
+    static auto& made = *new std::map<std::int64_t, Side>;
+    const auto [place, isNew] = made.try_emplace(count);
+    if (isNew) {
+        fill(place->second, keysOf(count));
+    }
+    return place->second;
+}
 
 } // namespace tessera::benchmarks

@@ -26,8 +26,17 @@ struct Rival {
 };
 
 template <class Side>
+Side& filled(std::int64_t count) {
+    return filledWith<Side>(count, [](Side& side, const Keys& keys) {
+        for (CmObject* key : keys) {
+            side.insert(key);
+        }
+    });
+}
+
+template <class Side>
 void insert(benchmark::State& state) {
-    const Keys keys(state.range(0));
+    const Keys& keys = keysOf(state.range(0));
     for (auto _ : state) {
         auto side = std::make_unique<Side>();
         for (CmObject* key : keys) {
@@ -41,11 +50,8 @@ void insert(benchmark::State& state) {
 
 template <class Side>
 void find(benchmark::State& state) {
-    const Keys keys(state.range(0));
-    Side side;
-    for (CmObject* key : keys) {
-        side.insert(key);
-    }
+    const Keys& keys = keysOf(state.range(0));
+    Side& side = filled<Side>(state.range(0));
     std::size_t index = 0;
     for (auto _ : state) {
         benchmark::DoNotOptimize(side.find(keys.at(index)));
@@ -55,7 +61,7 @@ void find(benchmark::State& state) {
 
 template <class Side>
 void erase(benchmark::State& state) {
-    const Keys keys(state.range(0));
+    const Keys& keys = keysOf(state.range(0));
     for (auto _ : state) {
         state.PauseTiming();
         Side side;
@@ -70,13 +76,17 @@ void erase(benchmark::State& state) {
 }
 
 const bool registered = [] {
-    const auto sizes = {std::int64_t(1000), std::int64_t(30000), std::int64_t(1000000)};
+    const auto sizes = {std::int64_t(1000), std::int64_t(30000)};
     add("containers.btree.insert/ours", insert<Tree>, sizes);
     add("containers.btree.insert/std", insert<Rival>, sizes);
-    add("containers.btree.find/ours", find<Tree>, sizes);
-    add("containers.btree.find/std", find<Rival>, sizes);
+    addMillion("containers.btree.insert/ours", insert<Tree>);
+    addMillion("containers.btree.insert/std", insert<Rival>);
+    add("containers.btree.find/ours", find<Tree>, {1000, 30000, 1000000});
+    add("containers.btree.find/std", find<Rival>, {1000, 30000, 1000000});
     add("containers.btree.erase/ours", erase<Tree>, sizes);
     add("containers.btree.erase/std", erase<Rival>, sizes);
+    addMillion("containers.btree.erase/ours", erase<Tree>);
+    addMillion("containers.btree.erase/std", erase<Rival>);
     return true;
 }();
 

@@ -16,4 +16,10 @@ void add(const std::string& name, Function function, std::initializer_list<std::
     }
 }
 
+// The same for a million elements, where one round takes seconds: three of them tell enough.
+template <class Function>
+void addMillion(const std::string& name, Function function) {
+    benchmark::RegisterBenchmark(name.c_str(), function)->Arg(1000000)->Repetitions(3);
+}
+
 } // namespace tessera::benchmarks
