@@ -25,9 +25,7 @@ PeerController& PeerController::instance() {
 PeerController::PeerController()
     : installedPeers_(AudioExportScriptList().select(ScriptKind::peers)),
       peer_(choosePeer(installedPeers_)),
-      link_(LinkSocket::defaultAddress) {
-    link_.setAddress(LinkSocket::userAddress(systemInfo().userName));
-}
+      link_(LinkSocket::defaultAddress) {}
 
 void PeerController::openAudioFile(IHostFile* file) {
     openInPeer(pathOf(file));
@@ -49,6 +47,8 @@ bool PeerController::openLink() {
     if (link_.isOpen()) {
         return true;
     }
+    // Not before a peer is there: to ask the system's list of users for a name would hold up every start of the host.
+    link_.setAddress(LinkSocket::userAddress(systemInfo().userName));
     link_.open(LinkSide::Bind);
     if (idlePump_) {
         idlePump_->stop();

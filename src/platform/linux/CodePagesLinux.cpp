@@ -1,6 +1,7 @@
 #include "platform/CodePages.h"
 
 #include <cerrno>
+#include <cstdlib>
 #include <iterator>
 #include <string>
 #include <string_view>
@@ -9,15 +10,40 @@
 #include <langinfo.h>
 #include <locale.h>
 #include <pthread.h>
+#include <strings.h>
 
 namespace tessera::platform {
 namespace {
 
 constexpr std::string_view kUnsetCodeset = "ANSI_X3.4-1968";
 
+// The locale that the environment names for characters, as the system itself looks for it; empty for none.
+std::string_view localeName() {
+    for (const char* variable : {"LC_ALL", "LC_CTYPE", "LANG"}) {
+        if (const char* name = std::getenv(variable); name != nullptr && *name != '\0') {
+            return name;
+        }
+    }
+    return {};
+}
+
+// Whether the name alone says that the answer is UTF-8, be the locale installed or not. That spares nearly every host
+// the opening of the locale's file while it loads the module.
+bool meansUtf8(std::string_view name) {
+    if (name.empty() || name == "C" || name == "POSIX") {
+        return true;
+    }
+    const std::size_t dot = name.find('.');
+    const std::string codeset(dot == std::string_view::npos ? name.substr(0, 0) : name.substr(dot + 1));
+    return strcasecmp(codeset.c_str(), "UTF-8") == 0 || strcasecmp(codeset.c_str(), "utf8") == 0;
+}
+
 // The codeset that the environment asks for. A host that never calls setlocale still lives in the user's locale; the C
 // locale says nothing about text, so it means UTF-8, as does a locale that isn't installed.
 std::string systemCodeset() {
+    if (meansUtf8(localeName())) {
+        return "UTF-8";
+    }
     const locale_t locale = newlocale(LC_CTYPE_MASK, "", nullptr);
     if (locale == nullptr) {
         return "UTF-8";

@@ -44,6 +44,16 @@ bool isMainProgram(const void* image) {
     return reinterpret_cast<std::uintptr_t>(image) + header->e_phoff == getauxval(AT_PHDR);
 }
 
+std::u16string findModulePath() {
+    Dl_info info = {};
+    if (dladdr(reinterpret_cast<const void*>(&modulePath), &info) == 0) {
+        return {};
+    }
+    const char* file = isMainProgram(info.dli_fbase) ? "/proc/self/exe" : info.dli_fname;
+    const std::unique_ptr<char, decltype(&std::free)> whole(realpath(file, nullptr), std::free);
+    return whole ? fromNativePath(whole.get()).value_or(std::u16string()) : std::u16string();
+}
+
 } // namespace
 
 std::string userName() {
@@ -79,13 +89,9 @@ OperatingSystem operatingSystem() {
 }
 
 std::u16string modulePath() {
-    Dl_info info = {};
-    if (dladdr(reinterpret_cast<const void*>(&modulePath), &info) == 0) {
-        return {};
-    }
-    const char* file = isMainProgram(info.dli_fbase) ? "/proc/self/exe" : info.dli_fname;
-    const std::unique_ptr<char, decltype(&std::free)> whole(realpath(file, nullptr), std::free);
-    return whole ? fromNativePath(whole.get()).value_or(std::u16string()) : std::u16string();
+    // Never destroyed: exit handlers ask for it, too.
+    static const std::u16string& path = *new std::u16string(findModulePath());
+    return path;
 }
 
 void* moduleHandle() {

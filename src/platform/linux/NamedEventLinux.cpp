@@ -30,19 +30,17 @@ bool canNameFile(const char* name) {
            std::strcmp(name, "..") != 0;
 }
 
-// The folder of events, made if it's missing; empty when there is none.
-std::string eventsFolder() {
-    std::string folder = temporaryFolder();
-    if (folder.empty()) {
-        return folder;
-    }
-    for (const char* part : {"/Marlgrove", "/Events"}) {
+// Where events lie, below the temporary folder.
+constexpr const char* kFolders[] = {"/Marlgrove", "/Events"};
+
+bool makeFolders(std::string folder) {
+    for (const char* part : kFolders) {
         folder += part;
         if (mkdir(folder.c_str(), 0700) != 0 && errno != EEXIST) {
-            return {};
+            return false;
         }
     }
-    return folder;
+    return true;
 }
 
 bool lock(int file, int operation) {
@@ -80,12 +78,18 @@ bool hasTheWord(int file) {
 }
 
 int openFile(const char* name) {
-    const std::string folder = eventsFolder();
-    if (folder.empty()) {
+    const std::string base = temporaryFolder();
+    if (base.empty()) {
         return -1;
     }
-    const int file =
-        ::open((folder + "/" + name).c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0600);
+    const std::string path = base + kFolders[0] + kFolders[1] + "/" + name;
+    const auto open = [&path] {
+        return ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0600);
+    };
+    int file = open();
+    if (file == -1 && errno == ENOENT && makeFolders(base)) {
+        file = open();
+    }
     if (file == -1) {
         return -1;
     }

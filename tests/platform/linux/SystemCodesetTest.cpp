@@ -38,6 +38,9 @@ INSTANTIATE_TEST_SUITE_P(Rows, SystemCodesetUtf8,
                          testing::Values(EnvironmentRow{"NothingSet", ""}, EnvironmentRow{"C", "LC_ALL=C"},
                                          EnvironmentRow{"Posix", "LC_ALL=POSIX"},
                                          EnvironmentRow{"CUtf8", "LANG=C.UTF-8"},
+                                         EnvironmentRow{"LowerCase", "LANG=en_GB.utf8"},
+                                         EnvironmentRow{"EmptyIsNotSet", "LC_ALL= LANG=C.UTF-8"},
+                                         EnvironmentRow{"NotInstalledUtf8", "LANG=xx_NOWHERE.UTF-8"},
                                          EnvironmentRow{"NotInstalled", "LANG=xx_NOWHERE.ISO-8859-1"}),
                          [](const auto& row) { return row.param.name; });
 
