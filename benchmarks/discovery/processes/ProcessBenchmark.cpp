@@ -52,6 +52,15 @@ void sleepUntilEnd(int id) {
     }
 }
 
+// Our children are taken note of by a thread of their own, which the bare side does itself before it goes on: without
+// this pause it would still be at work, on the child of the round before, while the next start is measured. Both sides
+// pause.
+void sleepUntilForgotten(int id) {
+    do {
+        std::this_thread::sleep_for(std::chrono::microseconds(100));
+    } while (kill(id, 0) == 0);
+}
+
 // Only the time for which the caller is held counts, not what the child does afterwards.
 void ourStart(benchmark::State& state) {
     const ChildProcess::Arguments arguments = argumentsOf(state.range(0));
@@ -59,9 +68,15 @@ void ourStart(benchmark::State& state) {
     for (auto step : state) {
         ChildProcess child(path, nullptr, ChildProcess::kKeepRunning);
         const auto start = Clock::now();
-        child.start(arguments, 0);
+        const bool started = child.start(arguments, 0);
         state.SetIterationTime(secondsSince(start));
-        sleepUntilEnd(child.processId());
+        if (!started) {
+            state.SkipWithError("the program didn't start");
+            break;
+        }
+        const int id = child.processId();
+        sleepUntilEnd(id);
+        sleepUntilForgotten(id);
     }
 }
 
@@ -73,6 +88,7 @@ void bareStart(benchmark::State& state) {
         posix_spawn(&id, kProgram, nullptr, nullptr, vectorOf(arguments).data(), environ);
         state.SetIterationTime(secondsSince(start));
         waitpid(id, nullptr, 0);
+        sleepUntilForgotten(id);
     }
 }
 
