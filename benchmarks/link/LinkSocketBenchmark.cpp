@@ -63,9 +63,14 @@ private:
     std::thread thread_;
 };
 
+// With the time limits that ours has: nanomsg reads the clock at each call on a socket with a limit, also at those that
+// don't wait.
 class BareSocket {
 public:
     explicit BareSocket(const std::string& where) : socket_(nn_socket(AF_SP, NN_PAIR)) {
+        const int limitMs = 4000;
+        nn_setsockopt(socket_, NN_SOL_SOCKET, NN_RCVTIMEO, &limitMs, sizeof limitMs);
+        nn_setsockopt(socket_, NN_SOL_SOCKET, NN_SNDTIMEO, &limitMs, sizeof limitMs);
         nn_bind(socket_, where.c_str());
     }
     ~BareSocket() { nn_close(socket_); }
