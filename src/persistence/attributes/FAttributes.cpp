@@ -17,25 +17,39 @@ namespace {
 
 constexpr std::int32_t kGrowth = 10;
 
-// The record lists that the trees inside a tree leave behind while that tree goes, if one is going on this thread.
-thread_local std::vector<CmArray*>* leftBehind = nullptr;
+// A list of records can hold trees that hold lists of records and so on, as deep as a document was nested. Down to a
+// few levels each goes with the tree around it, while it is still in the cache; what lies deeper waits for the
+// outermost.
+constexpr int kLevelsAtOnce = 8;
 
-// A list of records can hold trees that hold lists of records and so on, as deep as a document was nested. So whatever
-// tree goes while another one does leaves its records to that one.
+struct Going {
+    int level = 0;
+    std::vector<CmArray*> waiting;
+};
+
+// What goes on this thread, if something does.
+thread_local Going* going = nullptr;
+
 void releaseRecords(CmArray* records) {
-    if (leftBehind != nullptr) {
-        leftBehind->push_back(records);
+    if (going != nullptr && going->level == kLevelsAtOnce) {
+        going->waiting.push_back(records);
         return;
     }
-    std::vector<CmArray*> waiting;
-    leftBehind = &waiting;
+    if (going != nullptr) {
+        ++going->level;
+        records->release();
+        --going->level;
+        return;
+    }
+    Going outermost;
+    going = &outermost;
     records->release();
-    while (!waiting.empty()) {
-        CmArray* next = waiting.back();
-        waiting.pop_back();
+    while (!outermost.waiting.empty()) {
+        CmArray* next = outermost.waiting.back();
+        outermost.waiting.pop_back();
         next->release();
     }
-    leftBehind = nullptr;
+    going = nullptr;
 }
 
 // Nearly all names are 8-bit, and most differ in their length already.
