@@ -23,7 +23,36 @@ constexpr std::size_t kStackDependents = 1024;
 constexpr std::size_t kMostDependents = 10240;
 constexpr int kMostChangesPerCall = 65536;
 
-using Dependents = std::vector<IUpdateTarget*>;
+// The dependents of one object, in the order in which they came. Most objects have one, which takes no block of memory.
+class Dependents {
+public:
+    bool isEmpty() const { return only_ == nullptr && all_.empty(); }
+    std::size_t count() const { return only_ != nullptr ? 1 : all_.size(); }
+    IUpdateTarget* const* begin() const { return only_ != nullptr ? &only_ : all_.data(); }
+
+    void add(IUpdateTarget* dependent) {
+        if (isEmpty()) {
+            only_ = dependent;
+            return;
+        }
+        if (only_ != nullptr) {
+            all_ = {std::exchange(only_, nullptr)};
+        }
+        all_.push_back(dependent);
+    }
+    // However often it was added.
+    void remove(const IUpdateTarget* dependent) {
+        if (only_ == dependent) {
+            only_ = nullptr;
+        }
+        std::erase(all_, dependent);
+    }
+
+private:
+    // Null as well when there are several.
+    IUpdateTarget* only_ = nullptr;
+    std::vector<IUpdateTarget*> all_;
+};
 
 // The dependents of one running notification. It lives on the notifier's stack and is linked into the tables, so that
 // removeDependent can blank out who must not be called any more. That happens under the lock, while the notifier reads
@@ -36,7 +65,7 @@ public:
 
     void copy(IBaseUnknown* object, const Dependents& dependents) {
         object_ = object;
-        count_ = std::min(dependents.size(), kMostDependents);
+        count_ = std::min(dependents.count(), kMostDependents);
         if (count_ > kStackDependents) {
             large_.reset(new (std::nothrow) IUpdateTarget*[kMostDependents]);
             entries_ = large_.get();
@@ -128,9 +157,9 @@ public:
             return false;
         }
         if (dependent != nullptr) {
-            std::erase(found->second, dependent);
+            found->second.remove(dependent);
         }
-        if (dependent != nullptr && !found->second.empty()) {
+        if (dependent != nullptr && !found->second.isEmpty()) {
             return true;
         }
         map.erase(found);
@@ -185,7 +214,7 @@ FResult UpdateHandler::addDependent(IBaseUnknown* object, IUpdateTarget* depende
         return kResultFalse;
     }
     const FLockGuard guard(lock_);
-    tables_->mapOf(identity.get())[identity.get()].push_back(dependent);
+    tables_->mapOf(identity.get())[identity.get()].add(dependent);
     return kResultOk;
 }
 
@@ -205,7 +234,7 @@ FResult UpdateHandler::removeDependent(IBaseUnknown* object, IUpdateTarget* depe
     if (object == nullptr) {
         for (Tables::Map& map : tables_->maps) {
             for (auto& entry : map) {
-                std::erase(entry.second, dependent);
+                entry.second.remove(dependent);
             }
         }
         return kResultOk;
@@ -241,7 +270,7 @@ bool UpdateHandler::notify(IBaseUnknown* key, IBaseUnknown* object, std::int32_t
     {
         const FLockGuard guard(lock_);
         const Dependents* dependents = tables_->find(key);
-        if (dependents == nullptr || dependents->empty()) {
+        if (dependents == nullptr || dependents->isEmpty()) {
             return false;
         }
         notification.copy(key, *dependents);
@@ -329,12 +358,12 @@ std::int32_t UpdateHandler::countDependents(IBaseUnknown* object) {
     const FLockGuard guard(lock_);
     if (object != nullptr) {
         const Dependents* dependents = identity ? tables_->find(identity.get()) : nullptr;
-        return dependents != nullptr ? static_cast<std::int32_t>(dependents->size()) : 0;
+        return dependents != nullptr ? static_cast<std::int32_t>(dependents->count()) : 0;
     }
     std::size_t count = 0;
     for (const Tables::Map& map : tables_->maps) {
         for (const auto& entry : map) {
-            count += entry.second.size();
+            count += entry.second.count();
         }
     }
     return static_cast<std::int32_t>(count);
