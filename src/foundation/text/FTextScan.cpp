@@ -30,10 +30,11 @@ template <class Character, FCase Folding>
 Block<Character> stops(const Character* a, const Character* b) {
     const Block<Character> left = load(a);
     const Block<Character> right = load(b);
-    const auto differ = Folding == FCase::ignore
-                            ? asBlock<Character>(foldAscii<Character>(left) != foldAscii<Character>(right))
-                            : asBlock<Character>(left != right);
-    return differ | asBlock<Character>(left == Unit<Character>{0});
+    const auto same = Folding == FCase::ignore
+                          ? asBlock<Character>(foldAscii<Character>(left) == foldAscii<Character>(right))
+                          : asBlock<Character>(left == right);
+    // One question for both: nothing is left of a character that differs, nor of a NUL.
+    return asBlock<Character>((left & same) == Unit<Character>{0});
 }
 
 // The first position from i at which stops() holds, or size.
