@@ -25,6 +25,13 @@ bool isContinuation(unsigned char c) {
     return (c & 0xc0) == 0x80;
 }
 
+// Whether three bytes are the form of a unit: of the 32 stretches of 0x800 units the first takes fewer, and the halves
+// of pairs have none.
+bool isTriple(unsigned unit) {
+    constexpr std::uint32_t kStretches = ~(1u | 1u << (0xd800 >> 11));
+    return (kStretches >> (unit >> 11) & 1) != 0;
+}
+
 // Sixteen bytes as sixteen code units; right for ASCII alone.
 void storeWidened(Block<char> block, char16_t* target) {
     EightBytes halves[2];
@@ -121,11 +128,11 @@ private:
         while (end_ - at_ >= 4) {
             std::uint32_t word;
             std::memcpy(&word, at_, sizeof word);
-            if ((word & 0xf0) != 0xe0) {
-                return true;
+            if ((word & 0xc0c0f0) != 0x8080e0) {
+                return (word & 0xf0) != 0xe0;
             }
             const unsigned unit = (word & 0x0f) << 12 | (word >> 2 & 0xfc0) | (word >> 16 & 0x3f);
-            if ((word & 0xc0c000) != 0x808000 || unit < 0x800 || (unit & 0xf800) == 0xd800) {
+            if (!isTriple(unit)) {
                 return false;
             }
             *target_++ = static_cast<char16_t>(unit);
@@ -139,7 +146,7 @@ private:
             return false;
         }
         const unsigned unit = (at_[0] & 0x0fu) << 12 | (at_[1] & 0x3fu) << 6 | (at_[2] & 0x3fu);
-        if (unit < 0x800 || (unit & 0xf800) == 0xd800) {
+        if (!isTriple(unit)) {
             return false;
         }
         *target_++ = static_cast<char16_t>(unit);
