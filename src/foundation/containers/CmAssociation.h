@@ -22,6 +22,8 @@ public:
     bool isEqual(const CmObject* other) const override;
     // -1 in those two cases.
     int compare(const CmObject* other) const override;
+    // Key and value are new objects whose references go with the association to whoever gets it: a dictionary that owns
+    // takes all three over, anybody else has three objects to release.
     bool read(FStream& stream) override;
     bool write(FStream& stream) const override;
     // Clones key and value too.
