@@ -2,7 +2,9 @@
 
 #include "platform/Semaphore.h"
 #include "platform/Threads.h"
+#include "support/Eventually.h"
 #include "support/HelperProcess.h"
+#include "support/ProcessTable.h"
 
 #include <gtest/gtest.h>
 
@@ -48,6 +50,7 @@ TEST(ProcessEndWatch, IsRefusedWithoutAProcess) {
     HelperProcess helper(PROCESS_HELPER, {"lines"});
     const int id = helper.id();
     helper.kill();
+    ASSERT_TRUE(testing_support::eventually([&] { return testing_support::isForgotten(id); }));
     std::atomic<int> calls{0};
     ProcessEndWatch watch;
     EXPECT_FALSE(watch.start(id, [&] { ++calls; }));

@@ -1,5 +1,6 @@
 // A program to start, find and kill. Arguments: "report <file>" writes what it was given to a file and ends; "wait"
 // stays until it is killed; "lines" answers "id" and stays until the end of its input; "exit" ends at once.
+#include "common/Utf8Path.h"
 #include "platform/InheritedThings.h"
 #include "platform/Processes.h"
 #include "platform/ProgramArguments.h"
@@ -20,13 +21,13 @@ void report(const char* path, int count, char** arguments) {
     std::ostringstream inherited;
     tessera::platform::reportInheritedThings(inherited);
     const std::string unfinished = std::string(path) + ".part";
-    std::ofstream out(std::filesystem::path(unfinished), std::ios::binary);
+    std::ofstream out(tessera::programs::nativePath(unfinished), std::ios::binary);
     for (int i = 0; i < count; ++i) {
         out << "argument=" << arguments[i] << "\n";
     }
     out << inherited.str();
     out.close();
-    std::filesystem::rename(unfinished, path);
+    std::filesystem::rename(tessera::programs::nativePath(unfinished), tessera::programs::nativePath(path));
 }
 
 } // namespace

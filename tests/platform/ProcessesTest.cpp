@@ -16,6 +16,7 @@ namespace {
 using testing_support::eventually;
 using testing_support::hasVanished;
 using testing_support::HelperProcess;
+using testing_support::isForgotten;
 using testing_support::killByNumber;
 using testing_support::ScratchFolder;
 
@@ -100,6 +101,7 @@ TEST(Processes, OpenFailsWithoutAProcess) {
     HelperProcess helper(PROCESS_HELPER, {"lines"});
     const int id = helper.id();
     helper.kill();
+    ASSERT_TRUE(eventually([&] { return isForgotten(id); }));
     EXPECT_FALSE(Process::open(id));
     EXPECT_FALSE(Process::open(0));
     EXPECT_FALSE(Process::open(-1));

@@ -1,19 +1,20 @@
 // A program to run to its end. Arguments: "exit <code>" ends so; "crash"; "write <file> <text>" writes the text;
 // "lock <file>" ends with 0 if it got the lock, else 1; "hold <file>" gets the lock and crashes with it; "beat <file>"
 // starts itself as "write-on <file>" and waits for ever; "write-on <file>" writes the file again and again.
+#include "common/Utf8Path.h"
 #include "platform/InstanceLock.h"
 #include "platform/Processes.h"
 #include "platform/ProgramArguments.h"
 
 #include <chrono>
 #include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <string>
 #include <thread>
 
 namespace {
 
+using namespace tessera;
 using namespace tessera::platform;
 
 [[noreturn]] void crash() {
@@ -28,7 +29,7 @@ using namespace tessera::platform;
 
 [[noreturn]] void writeOn(const std::string& file) {
     for (;;) {
-        std::ofstream(std::filesystem::path(file)) << "alive";
+        std::ofstream(programs::nativePath(file)) << "alive";
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
     }
 }
@@ -47,7 +48,7 @@ int main(int argc, char** argv) {
         return std::atoi(what.c_str());
     }
     if (command == "write") {
-        std::ofstream(std::filesystem::path(what), std::ios::binary) << words[3];
+        std::ofstream(programs::nativePath(what), std::ios::binary) << words[3];
         return 0;
     }
     if (command == "write-on") {

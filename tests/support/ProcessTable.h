@@ -9,4 +9,7 @@ void killByNumber(int processId);
 // Whether nothing is left of a process: where the system keeps an entry of a dead one for its parent, not even that.
 bool hasVanished(int processId);
 
+// Whether the number leads nowhere any more, not even to something dead that could still be opened.
+bool isForgotten(int processId);
+
 } // namespace tessera::testing_support

@@ -1,7 +1,7 @@
 #include "platform/DynamicLibrary.h"
 
 #include "platform/SystemErrors.h"
-#include "platform/windows/WideText.h"
+#include "platform/windows/SystemPath.h"
 
 #include <windows.h>
 
@@ -27,7 +27,7 @@ private:
 
 std::optional<DynamicLibrary> DynamicLibrary::load(const char* path, std::string* error) {
     const NoErrorBoxes quiet;
-    HMODULE handle = *path != '\0' ? LoadLibraryW(wideText(std::string_view(path)).c_str()) : nullptr;
+    HMODULE handle = *path != '\0' ? LoadLibraryW(systemPath(std::string_view(path)).c_str()) : nullptr;
     if (handle != nullptr) {
         return DynamicLibrary(handle);
     }

@@ -1,7 +1,7 @@
 #include "platform/FolderChangePort.h"
 
 #include "platform/FolderRecords.h"
-#include "platform/windows/WideText.h"
+#include "platform/windows/SystemPath.h"
 
 #include <windows.h>
 
@@ -112,7 +112,7 @@ std::unique_ptr<FolderChangePort> FolderChangePort::create() {
 
 bool FolderChangePort::open(Key key, const std::string& path) {
     HANDLE folder =
-        CreateFileW(wideText(path).c_str(), kListDirectory, kShareAll, nullptr, kExisting, kFolderFlags, nullptr);
+        CreateFileW(systemPath(path).c_str(), kListDirectory, kShareAll, nullptr, kExisting, kFolderFlags, nullptr);
     if (folder == INVALID_HANDLE_VALUE) {
         return false;
     }

@@ -1,6 +1,6 @@
 #include "platform/InstanceLock.h"
 
-#include "platform/windows/WideText.h"
+#include "platform/windows/SystemPath.h"
 
 #include <windows.h>
 
@@ -16,7 +16,7 @@ constexpr DWORD kShare = FILE_SHARE_READ | FILE_SHARE_WRITE;
 } // namespace
 
 std::optional<InstanceLock> InstanceLock::tryAcquire(const std::string& path) {
-    HANDLE file = CreateFileW(wideText(path).c_str(), GENERIC_READ | GENERIC_WRITE, kShare, nullptr, OPEN_ALWAYS,
+    HANDLE file = CreateFileW(systemPath(path).c_str(), GENERIC_READ | GENERIC_WRITE, kShare, nullptr, OPEN_ALWAYS,
                               FILE_ATTRIBUTE_NORMAL, nullptr);
     if (file == INVALID_HANDLE_VALUE) {
         return std::nullopt;

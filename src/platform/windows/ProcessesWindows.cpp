@@ -1,6 +1,7 @@
 #include "platform/Processes.h"
 
 #include "platform/windows/WideText.h"
+#include "platform/windows/WindowsHandle.h"
 
 // Before the two that need it.
 #include <windows.h>
@@ -9,7 +10,6 @@
 #include <tlhelp32.h>
 
 #include <array>
-#include <memory>
 
 namespace tessera::platform {
 
@@ -29,16 +29,6 @@ static_assert(sizeof(std::intptr_t) == sizeof(HANDLE));
 HANDLE handleOf(std::intptr_t value) {
     return reinterpret_cast<HANDLE>(value);
 }
-
-struct HandleCloser {
-    using pointer = HANDLE;
-    void operator()(HANDLE handle) const {
-        if (handle != INVALID_HANDLE_VALUE) {
-            CloseHandle(handle);
-        }
-    }
-};
-using OwnedHandle = std::unique_ptr<void, HandleCloser>;
 
 // Everything stands in quotes, blanks or not. Quotes inside an argument aren't escaped: the programs that are started
 // here have always been given their arguments so.
@@ -137,7 +127,7 @@ int ownProcessId() {
 }
 
 std::string processBaseName(int processId) {
-    const OwnedHandle process(OpenProcess(kRightsToAskForName, FALSE, static_cast<DWORD>(processId)));
+    const WindowsHandle process(OpenProcess(kRightsToAskForName, FALSE, static_cast<DWORD>(processId)));
     return process ? baseNameOf(process.get()) : std::string();
 }
 
@@ -146,8 +136,8 @@ std::string ownBaseName() {
 }
 
 int findProcess(const std::function<bool(int processId, std::string_view baseName)>& visit) {
-    const OwnedHandle snapshot(CreateToolhelp32Snapshot(kProcesses, 0));
-    if (snapshot.get() == INVALID_HANDLE_VALUE) {
+    const WindowsHandle snapshot(CreateToolhelp32Snapshot(kProcesses, 0));
+    if (!snapshot) {
         return -1;
     }
     PROCESSENTRY32W entry = {};

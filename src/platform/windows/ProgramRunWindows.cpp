@@ -2,6 +2,7 @@
 
 #include "platform/SystemErrors.h"
 #include "platform/windows/WideText.h"
+#include "platform/windows/WindowsHandle.h"
 
 #include <windows.h>
 
@@ -41,23 +42,6 @@ std::wstring commandLine(const std::string& executable, const std::vector<std::s
     }
     return wideText(line);
 }
-
-class Handle {
-public:
-    explicit Handle(HANDLE handle) : handle_(handle) {}
-    Handle(const Handle&) = delete;
-    Handle& operator=(const Handle&) = delete;
-    ~Handle() {
-        if (handle_ != nullptr) {
-            CloseHandle(handle_);
-        }
-    }
-
-    HANDLE get() const { return handle_; }
-
-private:
-    HANDLE handle_;
-};
 
 // The standard streams in a form that a child inherits, and the list that keeps it from inheriting anything else.
 class ChildStreams {
@@ -138,13 +122,13 @@ ProgramEnd endOf(HANDLE process, bool stopped) {
 ProgramEnd runProgram(const std::string& executable, const std::vector<std::string>& arguments,
                       const std::atomic<bool>& stop) {
     // What the program starts belongs to its job as well, and can be ended with it.
-    const Handle job(CreateJobObjectW(nullptr, nullptr));
+    const WindowsHandle job(CreateJobObjectW(nullptr, nullptr));
     PROCESS_INFORMATION started = {};
     if (const DWORD error = startSuspended(commandLine(executable, arguments), started); error != ERROR_SUCCESS) {
         return {ProgramEnd::Kind::NotStarted, static_cast<int>(error)};
     }
-    const Handle process(started.hProcess);
-    const Handle thread(started.hThread);
+    const WindowsHandle process(started.hProcess);
+    const WindowsHandle thread(started.hThread);
     const bool inJob = AssignProcessToJobObject(job.get(), process.get()) != 0;
     ResumeThread(thread.get());
     bool stopped = false;

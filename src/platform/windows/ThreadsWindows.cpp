@@ -1,7 +1,6 @@
 #include "platform/Threads.h"
 
 #include "platform/windows/LateEntry.h"
-#include "platform/windows/WideText.h"
 #include "platform/windows/WindowsHandle.h"
 
 #include <atomic>
@@ -16,6 +15,23 @@ namespace tessera::platform {
 namespace {
 
 enum Gate : int { kClosed, kOpen, kCancelled };
+
+// How a thread tells a debugger its name.
+constexpr DWORD kThreadNameException = 0x406d1388;
+constexpr DWORD kThreadNameRecord = 0x1000;
+constexpr DWORD kThisThread = 0xffffffff;
+struct ThreadNameRecord {
+    DWORD kind;
+    const char* name;
+    DWORD thread;
+    DWORD flags;
+};
+static_assert(sizeof(ThreadNameRecord) == 24);
+
+LONG CALLBACK passThreadName(EXCEPTION_POINTERS* exception) {
+    return exception->ExceptionRecord->ExceptionCode == kThreadNameException ? EXCEPTION_CONTINUE_EXECUTION
+                                                                             : EXCEPTION_CONTINUE_SEARCH;
+}
 
 } // namespace
 
@@ -123,10 +139,12 @@ std::uint32_t currentThreadId() {
 }
 
 void setCurrentThreadName(const char* name) {
-    using SetDescription = HRESULT(WINAPI*)(HANDLE, const wchar_t*);
-    if (const auto setDescription = lateEntry<SetDescription>(L"Kernel32", "SetThreadDescription")) {
-        setDescription(GetCurrentThread(), wideText(std::string_view(name)).c_str());
-    }
+    // A debugger listens for the exception; without one it comes back through the handler, and nothing has happened.
+    const ThreadNameRecord record{kThreadNameRecord, name, kThisThread, 0};
+    void* handler = AddVectoredExceptionHandler(0, passThreadName);
+    RaiseException(kThreadNameException, 0, sizeof record / sizeof(ULONG_PTR),
+                   reinterpret_cast<const ULONG_PTR*>(&record));
+    RemoveVectoredExceptionHandler(handler);
 }
 
 void sleepFor(std::uint32_t ms) {

@@ -7,8 +7,6 @@
 
 #include <atomic>
 #include <bit>
-#include <pthread.h>
-#include <string>
 
 namespace tessera {
 namespace {
@@ -31,18 +29,6 @@ TEST(LocalThread, StartsOnlyOnce) {
     thread.join();
     EXPECT_FALSE(thread.start());
     EXPECT_EQ(runs, 1);
-}
-
-TEST(LocalThread, IsNamedForDebuggersBeforeItsFunctionBegins) {
-    std::string name;
-    LocalThread thread("com.marlgrove.worker", [&] {
-        char text[16];
-        pthread_getname_np(pthread_self(), text, sizeof text);
-        name = text;
-    });
-    thread.start();
-    thread.join();
-    EXPECT_EQ(name, "com.marlgrove.w") << "as much of it as the system keeps";
 }
 
 TEST(LocalThread, ThatIsNeverStartedNeverRuns) {

@@ -4,6 +4,7 @@
 #include "foundation/object/FMetaClass.h"
 #include "foundation/object/FRefPtr.h"
 #include "foundation/threads/FEvent.h"
+#include "platform/Processes.h"
 #include "platform/Semaphore.h"
 #include "support/HelperProcess.h"
 
@@ -11,7 +12,6 @@
 
 #include <string>
 #include <thread>
-#include <unistd.h>
 
 namespace tessera {
 namespace {
@@ -25,7 +25,7 @@ class WinIPCSemaphoreTest : public testing::Test {
 protected:
     WinIPCSemaphoreTest() {
         static int counter = 0;
-        name_ = "com.marlgrove.semaphore." + std::to_string(getpid()) + "." + std::to_string(++counter);
+        name_ = "com.marlgrove.semaphore." + std::to_string(platform::ownProcessId()) + "." + std::to_string(++counter);
     }
 
     static FRefPtr<IIPCSemaphore> make() {
@@ -98,7 +98,7 @@ TEST_F(WinIPCSemaphoreTest, WithoutAnEventFailsAtOnce) {
 
 TEST_F(WinIPCSemaphoreTest, CreateThatFailsLeavesNoEvent) {
     const FRefPtr<IIPCSemaphore> semaphore = makeNamed();
-    EXPECT_EQ(semaphore->create("no/file/name"), 1);
+    EXPECT_EQ(semaphore->create(std::string(300, 'n').c_str()), 1);
     EXPECT_FALSE(semaphore->signal());
     EXPECT_FALSE(semaphore->wait());
 }

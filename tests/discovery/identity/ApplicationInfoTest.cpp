@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 #include <string>
 
@@ -19,13 +18,19 @@ std::string utf8Of(const FStringRef& text) {
     return narrow.text8();
 }
 
-// The native form of a path of ours.
-std::string nativeOf(const FNPath& path) {
-    std::string text = utf8Of(path.getFullPath());
-    for (char& c : text) {
-        c = c == '\\' ? '/' : c;
-    }
+// With "/" on every side.
+std::string genericOf(const FStringRef& path) {
+    std::string text = utf8Of(path);
+    std::replace(text.begin(), text.end(), '\\', '/');
     return text;
+}
+
+std::string genericOf(const FNPath& path) {
+    return genericOf(path.getFullPath());
+}
+
+std::string folderOf(platform::KnownFolder folder) {
+    return genericOf(FStringRef(platform::knownFolder(folder)->c_str()));
 }
 
 TEST(ApplicationInfo, StartsUninitialized) {
@@ -60,32 +65,32 @@ TEST(ApplicationInfo, AnEmptyVendorHasTheDefaultFolder) {
 }
 
 TEST(ApplicationInfo, TheModuleIsTheFileThatHoldsTheCode) {
-    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe");
+    const std::filesystem::path program = OWN_FILE;
     const ApplicationInfo info;
     EXPECT_EQ(utf8Of(info.moduleName().getFullPath()), program.filename().string());
-    EXPECT_EQ(nativeOf(info.moduleFolder()), program.parent_path().string());
+    EXPECT_TRUE(std::filesystem::equivalent(genericOf(info.moduleFolder()), program.parent_path()))
+        << genericOf(info.moduleFolder());
     EXPECT_TRUE(info.moduleFolder().isFolder());
 }
 
 TEST(ApplicationInfo, TheUsersFolderFollowsVendorAndName) {
-    const std::string config = std::getenv("XDG_CONFIG_HOME");
+    const std::string config = folderOf(platform::KnownFolder::userData);
     ApplicationInfo info;
-    EXPECT_EQ(nativeOf(info.userDataFolder()), config + "/Marlgrove");
+    EXPECT_EQ(genericOf(info.userDataFolder()), config + "/Marlgrove");
     info.setApplicationName("Cut: 3/4?");
-    EXPECT_EQ(nativeOf(info.userDataFolder()), config + "/Marlgrove/Cut_ 3_4_");
+    EXPECT_EQ(genericOf(info.userDataFolder()), config + "/Marlgrove/Cut_ 3_4_");
     EXPECT_EQ(utf8Of(info.applicationName()), "Cut: 3/4?");
     info.setVendor("Vendor");
-    EXPECT_EQ(nativeOf(info.userDataFolder()), config + "/Vendor/Cut_ 3_4_");
+    EXPECT_EQ(genericOf(info.userDataFolder()), config + "/Vendor/Cut_ 3_4_");
     EXPECT_TRUE(info.userDataFolder().isFolder());
 }
 
 TEST(ApplicationInfo, TheSharedFolderFollowsTheVendor) {
     ApplicationInfo info;
-    std::string common = utf8Of(FStringRef(platform::knownFolder(platform::KnownFolder::commonFiles)->c_str()));
-    std::replace(common.begin(), common.end(), '\\', '/');
-    EXPECT_EQ(nativeOf(info.sharedFilesFolder()), common + "/Marlgrove");
+    const std::string common = folderOf(platform::KnownFolder::commonFiles);
+    EXPECT_EQ(genericOf(info.sharedFilesFolder()), common + "/Marlgrove");
     info.setVendor("Vendor");
-    EXPECT_EQ(nativeOf(info.sharedFilesFolder()), common + "/Vendor");
+    EXPECT_EQ(genericOf(info.sharedFilesFolder()), common + "/Vendor");
 }
 
 TEST(ApplicationInfo, AnswersForTheProgramsFolders) {
@@ -102,7 +107,7 @@ TEST(ApplicationInfo, IsWhatPathsAsk) {
     EXPECT_EQ(utf8Of(vendorName()), "Marlgrove");
     const FNPath* module = userFolder(UserFolder::application);
     ASSERT_NE(module, nullptr);
-    EXPECT_EQ(nativeOf(*module), nativeOf(applicationInfo().moduleFolder()));
+    EXPECT_EQ(genericOf(*module), genericOf(applicationInfo().moduleFolder()));
 }
 
 } // namespace

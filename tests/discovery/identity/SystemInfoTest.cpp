@@ -1,12 +1,8 @@
 #include "discovery/identity/SystemInfo.h"
 
 #include "discovery/identity/SystemInfoTexts.h"
-#include "support/ScopedEnvironment.h"
 
 #include <gtest/gtest.h>
-
-#include <pwd.h>
-#include <unistd.h>
 
 #include <string>
 
@@ -51,13 +47,6 @@ TEST(SystemInfo, KeepsNamesAndNumbersAsTheyWereTold) {
 
 TEST(SystemInfo, AnUnknownUserHasAnEmptyName) {
     EXPECT_EQ(describeSystem("", "studio", {}).userName, "");
-}
-
-TEST(SystemInfo, TheUserNameIsTheOneOfTheEffectiveUserWhateverTheEnvironmentSays) {
-    const testing_support::ScopedEnvironment user("USER", "somebody-else");
-    const testing_support::ScopedEnvironment login("LOGNAME", "somebody-else");
-    const passwd* entry = getpwuid(geteuid());
-    EXPECT_EQ(platform::userName(), entry != nullptr ? entry->pw_name : "");
 }
 
 TEST(SystemInfo, ThisProcessHasOneRecord) {

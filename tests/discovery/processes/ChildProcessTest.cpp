@@ -10,40 +10,44 @@
 #include "platform/Threads.h"
 #include "support/Eventually.h"
 #include "support/HelperProcess.h"
+#include "support/ProcessTable.h"
+#include "support/ScratchFolder.h"
 
 #include <gtest/gtest.h>
 
 #include <atomic>
 #include <chrono>
-#include <csignal>
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <functional>
 #include <memory>
-#include <sstream>
 #include <string>
 
 namespace tessera {
 namespace {
 
 using testing_support::eventually;
+using testing_support::hasVanished;
 using testing_support::HelperProcess;
+using testing_support::killByNumber;
+using testing_support::ScratchFolder;
+using testing_support::utf8OfPath;
 
 constexpr std::uint32_t kLong = 20'000;
 constexpr std::uint32_t kSoon = 50;
 
+// That of programs: none on some systems.
+const std::string kExtension = std::filesystem::path(PROCESS_HELPER).extension().string();
+
 FNPath pathOf(const std::filesystem::path& file) {
-    const std::u16string text = file.u16string();
-    return FNPath(FString(text.c_str()), PathKind::file);
+    FString text;
+    text.assignUtf8(utf8OfPath(file).c_str());
+    FNPath path;
+    path.setNativePath(text);
+    return path;
 }
 
 FNPath helperPath() {
     return pathOf(PROCESS_HELPER);
-}
-
-bool isAlive(int id) {
-    return ::kill(id, 0) == 0;
 }
 
 class NotingListener final : public ChildProcessListener {
@@ -71,21 +75,20 @@ protected:
         EXPECT_TRUE(eventually([] { return !WatchedChildren::instance().hasMonitor(); }));
     }
     // Ends the child as a crash would.
-    static void crash(const ChildProcess& child) { ::kill(child.processId(), SIGKILL); }
+    static void crash(const ChildProcess& child) { killByNumber(child.processId()); }
     static bool isGone(int id) {
-        return eventually([&] { return !isAlive(id); });
+        return eventually([&] { return hasVanished(id); });
     }
 };
 
 TEST_F(ChildProcessTest, StartsTheProgramWithItsArguments) {
-    const std::filesystem::path out = std::filesystem::path(std::getenv("TMPDIR")) / "gr\u00fc\u00dfe \u266b.txt";
+    const ScratchFolder scratch;
+    const std::string name = "gr\u00fc\u00dfe \u266b.txt";
     ChildProcess child(helperPath(), nullptr, ChildProcess::kKeepRunning);
-    EXPECT_TRUE(child.start({"report", out.string(), "--tesx", "/a file;with\"marks\".wav"}, 0));
-    ASSERT_TRUE(eventually([&] { return std::filesystem::exists(out); }));
-    std::ostringstream text;
-    text << std::ifstream(out).rdbuf();
-    EXPECT_EQ(text.str(), "argument=--tesx\nargument=/a file;with\"marks\".wav\n"
-                          "files=\nblocked=0\npipe ignored=0\n");
+    EXPECT_TRUE(child.start({"report", utf8OfPath(scratch / name), "--tesx", "/a file;with marks.wav"}, 0));
+    ASSERT_TRUE(eventually([&] { return scratch.has(name); }));
+    const std::string report = scratch.read(name);
+    EXPECT_TRUE(report.starts_with("argument=--tesx\nargument=/a file;with marks.wav\n")) << report;
 }
 
 TEST_F(ChildProcessTest, AnyModeStarts) {
@@ -136,8 +139,8 @@ TEST_F(ChildProcessTest, ChildOutlivesTheObjectThatIsToKeepItRunning) {
         ASSERT_TRUE(child.start({"wait"}, 0));
         id = child.processId();
     }
-    EXPECT_TRUE(isAlive(id));
-    ::kill(id, SIGKILL);
+    EXPECT_FALSE(hasVanished(id));
+    killByNumber(id);
     EXPECT_TRUE(isGone(id)) << "and leaves no zombie";
 }
 
@@ -168,8 +171,8 @@ TEST_F(ChildProcessTest, TerminateForgetsAChildThatIsToKeepRunning) {
     const int id = child.processId();
     child.terminate();
     EXPECT_FALSE(child.isRunning());
-    EXPECT_TRUE(isAlive(id));
-    ::kill(id, SIGKILL);
+    EXPECT_FALSE(hasVanished(id));
+    killByNumber(id);
     EXPECT_TRUE(isGone(id));
 }
 
@@ -287,14 +290,14 @@ TEST_F(ChildProcessTest, ManyStartsAndEndsLoseNoChild) {
 }
 
 TEST_F(ChildProcessTest, AttachTakesARunningProgramOfTheSameName) {
-    const std::filesystem::path copy =
-        std::filesystem::path(std::getenv("TMPDIR")) / ("attach_" + std::to_string(platform::ownProcessId()));
+    const ScratchFolder scratch;
+    const std::filesystem::path copy = scratch / ("attach_" + std::to_string(platform::ownProcessId()) + kExtension);
     std::filesystem::copy_file(PROCESS_HELPER, copy);
     ChildProcess child(pathOf(copy), nullptr, ChildProcess::kEndWithObject);
     EXPECT_FALSE(child.attach());
     EXPECT_FALSE(child.isRunning());
 
-    HelperProcess helper(copy.c_str(), {"lines"});
+    HelperProcess helper(utf8OfPath(copy), {"lines"});
     ASSERT_EQ(helper.hear(), std::to_string(helper.id()));
     // The folder doesn't count, only the name of the file.
     ChildProcess elsewhere(pathOf("/another/folder" / copy.filename()), nullptr, ChildProcess::kKeepRunning);
@@ -309,10 +312,10 @@ TEST_F(ChildProcessTest, AttachTakesARunningProgramOfTheSameName) {
 }
 
 TEST_F(ChildProcessTest, AttachedChildIsNotWatched) {
-    const std::filesystem::path copy =
-        std::filesystem::path(std::getenv("TMPDIR")) / ("watch_" + std::to_string(platform::ownProcessId()));
+    const ScratchFolder scratch;
+    const std::filesystem::path copy = scratch / ("watch_" + std::to_string(platform::ownProcessId()) + kExtension);
     std::filesystem::copy_file(PROCESS_HELPER, copy);
-    HelperProcess helper(copy.c_str(), {"lines"});
+    HelperProcess helper(utf8OfPath(copy), {"lines"});
     ASSERT_EQ(helper.hear(), std::to_string(helper.id()));
     NotingListener listener;
     ChildProcess child(pathOf(copy), &listener, ChildProcess::kKeepRunning);

@@ -3,6 +3,7 @@
 #include "tests/discovery/registry/RegistryTest.h"
 
 #include <atomic>
+#include <string>
 #include <thread>
 
 namespace tessera::test {
@@ -42,7 +43,7 @@ TEST_F(TriggerListenerTest, StopsOnce) {
 
 TEST_F(TriggerListenerTest, HasNoThreadWithoutAnEvent) {
     TriggerListener listener;
-    EXPECT_FALSE(listener.listen("a/b", nullptr));
+    EXPECT_FALSE(listener.listen(std::string(300, 'n'), nullptr));
     EXPECT_FALSE(listener.isStarted());
     EXPECT_FALSE(listener.stopListening());
 }

@@ -56,11 +56,11 @@ TEST(ProcessesWindows, AChildInheritsNoHandle) {
     HANDLE inheritable = CreateEventW(nullptr, TRUE, FALSE, nullptr);
     SetHandleInformation(inheritable, HANDLE_FLAG_INHERIT, HANDLE_FLAG_INHERIT);
     // Far behind whatever the child opens for itself.
-    HANDLE far = inheritable;
+    HANDLE distant = inheritable;
     for (int i = 0; i < 2000; ++i) {
-        DuplicateHandle(GetCurrentProcess(), inheritable, GetCurrentProcess(), &far, 0, TRUE, DUPLICATE_SAME_ACCESS);
+        DuplicateHandle(GetCurrentProcess(), inheritable, GetCurrentProcess(), &distant, 0, TRUE, DUPLICATE_SAME_ACCESS);
     }
-    SetEnvironmentVariableW(L"TESX_TEST_HANDLE", std::to_wstring(reinterpret_cast<std::uintptr_t>(far)).c_str());
+    SetEnvironmentVariableW(L"TESX_TEST_HANDLE", std::to_wstring(reinterpret_cast<std::uintptr_t>(distant)).c_str());
     const ScratchFolder scratch;
     const std::string report = reportOf(scratch, {});
     SetEnvironmentVariableW(L"TESX_TEST_HANDLE", nullptr);

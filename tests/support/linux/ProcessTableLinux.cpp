@@ -13,4 +13,8 @@ bool hasVanished(int processId) {
     return ::kill(processId, 0) == -1 && errno == ESRCH;
 }
 
+bool isForgotten(int processId) {
+    return hasVanished(processId);
+}
+
 } // namespace tessera::testing_support

@@ -31,4 +31,12 @@ bool hasVanished(int processId) {
     return ended;
 }
 
+bool isForgotten(int processId) {
+    HANDLE process = openProcess(processId, SYNCHRONIZE);
+    if (process != nullptr) {
+        CloseHandle(process);
+    }
+    return process == nullptr;
+}
+
 } // namespace tessera::testing_support
