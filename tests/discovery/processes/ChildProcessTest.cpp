@@ -234,8 +234,8 @@ TEST_F(ChildProcessTest, ListenerMayDeleteAnotherChildThatHasEndedToo) {
     auto other = std::make_unique<ChildProcess>(helperPath(), &silent, ChildProcess::kEndWithObject);
     ChildProcess child(helperPath(), &listener, ChildProcess::kEndWithObject);
     listener.then = [&] { other.reset(); };
-    ASSERT_TRUE(child.start({"exit"}, 0));
     ASSERT_TRUE(other->start({"wait"}, 0));
+    ASSERT_TRUE(child.start({"exit"}, 0));
     ASSERT_TRUE(listener.told.wait(kLong));
     EXPECT_EQ(silent.calls, 0);
 }
