@@ -1,6 +1,7 @@
 #include "link/LinkSocket.h"
 
 #include "platform/IpcAddress.h"
+#include "platform/ProcessEnd.h"
 
 #include <nanomsg/nn.h>
 #include <nanomsg/pair.h>
@@ -26,6 +27,14 @@ void printAttachFailure(int error) {
 }
 
 } // namespace
+
+LinkSocket::~LinkSocket() {
+    // In a host that ends without a terminate the last exit handlers come here, and nanomsg would wait for its own
+    // thread, which may not be there any more.
+    if (!platform::otherThreadsAreGone()) {
+        close();
+    }
+}
 
 std::string LinkSocket::userAddress(std::string_view user) {
     std::string address = "ipc:///tmp/mgrv_tesxcon_";

@@ -26,7 +26,7 @@ public:
     static std::string userAddress(std::string_view user);
 
     explicit LinkSocket(std::string_view address) : address_(address) {}
-    ~LinkSocket() { close(); }
+    ~LinkSocket();
     LinkSocket(const LinkSocket&) = delete;
     LinkSocket& operator=(const LinkSocket&) = delete;
 

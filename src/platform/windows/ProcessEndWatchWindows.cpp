@@ -1,5 +1,7 @@
 #include "platform/ProcessEndWatch.h"
 
+#include "platform/ProcessEnd.h"
+
 #include <windows.h>
 
 #include <memory>
@@ -51,6 +53,10 @@ void ProcessEndWatch::stop() {
         return;
     }
     const std::unique_ptr<RegisteredWait> watch(reinterpret_cast<RegisteredWait*>(std::exchange(watch_, 0)));
+    if (otherThreadsAreGone()) {
+        // A callback that was running when they were stopped will never be over.
+        return;
+    }
     // This value has the system wait until a callback that runs is over.
     UnregisterWaitEx(watch->wait, INVALID_HANDLE_VALUE);
     CloseHandle(watch->process);

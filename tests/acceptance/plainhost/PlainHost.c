@@ -1,7 +1,8 @@
 // A host in plain C, built without any header of the module. It loads the module by its file, plays the host's side of
 // the interfaces by slot number, has an event edited by a peer, and checks every frame that came back.
-//   plain_host MODULE PEER EDITOR FOLDER
-// The folder is made, and all files of the run stay below it. Ends with 0 if all is well.
+//   plain_host MODULE PEER EDITOR FOLDER [--walk-out]
+// The folder is made, and all files of the run stay below it. Ends with 0 if all is well. A host that walks out ends
+// with the module at work, as after an error of its own: the process has to end all the same.
 #include "Editor.h"
 #include "Services.h"
 
@@ -228,19 +229,24 @@ static void makeFolderAt(const char* utf8Path) {
     CHECK(makeFolder(path));
 }
 
-static void run(const char* modulePath, const char* peerPath, const char* editorPath, const char* folder) {
+static Project* prepareProject(const char* folder, char* sound, Frame* original) {
     char projectFolder[UTF8_BYTES];
     char audioFolder[UTF8_BYTES];
-    char sound[UTF8_BYTES];
     makeFolderAt(joined(projectFolder, folder, "Lied"));
     makeFolderAt(joined(audioFolder, projectFolder, "Audio"));
-    static Frame original[FRAMES];
     fillFrames(original, FRAMES);
     // Characters of one, two, three and four bytes.
     writeSound(joined(sound, folder, "Take \xC3\xB6 \xE2\x82\xAC \xF0\x9F\x8E\xB5.wav"), original, FRAMES);
-
     Project* project = makeProject(projectFolder);
     addFirstEvent(project, sound, FIRST_FRAME, PLAYED_FRAMES);
+    return project;
+}
+
+static void run(const char* modulePath, const char* peerPath, const char* editorPath, const char* folder,
+                bool walkOut) {
+    static Frame original[FRAMES];
+    char sound[UTF8_BYTES];
+    Project* project = prepareProject(folder, sound, original);
     Services* services = makeServices(project);
     Interface* factory = loadFactory(modulePath);
     checkFactory(factory);
@@ -253,6 +259,10 @@ static void run(const char* modulePath, const char* peerPath, const char* editor
     CHECK(!canEdit(services));
     Program* peer = startPeer(peerPath, editorPath);
     runUntil(services, canEdit);
+    if (walkOut) {
+        endProgram(peer, 0);
+        return;
+    }
     edit(services, project, sound, original);
     // The peer leaves after one edit, and the module hears of it.
     runUntil(services, cannotEdit);
@@ -262,7 +272,6 @@ static void run(const char* modulePath, const char* peerPath, const char* editor
     CHECK(isLeftAlone(services));
     releaseRef(plugin);
     CHECK(releaseRef(factory) == 0);
-
     // The services of the context are the module's to the end of the process; everything else has come back.
     const Object* context = objectOf(contextInterface(services));
     freeServices(services);
@@ -271,15 +280,15 @@ static void run(const char* modulePath, const char* peerPath, const char* editor
 }
 
 int main(int argc, char** argv) {
-    if (argc != 5) {
-        fprintf(stderr, "usage: plain_host MODULE PEER EDITOR FOLDER\n");
+    if (argc != 5 && (argc != 6 || strcmp(argv[5], "--walk-out") != 0)) {
+        fprintf(stderr, "usage: plain_host MODULE PEER EDITOR FOLDER [--walk-out]\n");
         return 2;
     }
     char** arguments = utf8Arguments(argc, argv);
     const char* const folder = absolutePath(arguments[4]);
     makeFolderAt(folder);
     useFolder(folder);
-    run(absolutePath(arguments[1]), absolutePath(arguments[2]), absolutePath(arguments[3]), folder);
-    puts("the edit came back, frame by frame");
+    run(absolutePath(arguments[1]), absolutePath(arguments[2]), absolutePath(arguments[3]), folder, argc == 6);
+    puts(argc == 6 ? "walking out" : "the edit came back, frame by frame");
     return 0;
 }
