@@ -21,6 +21,12 @@ inline std::string utf8OfPath(const std::filesystem::path& path) {
     return {text.begin(), text.end()};
 }
 
+// With "/" between the components, as URLs have it.
+inline std::string slashTextOf(const std::filesystem::path& path) {
+    const std::u8string text = path.generic_u8string();
+    return {text.begin(), text.end()};
+}
+
 class ScratchFolder {
 public:
     ScratchFolder() : path_(makeTemporaryFolder("scratch-")) {}

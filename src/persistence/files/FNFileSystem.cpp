@@ -67,6 +67,15 @@ const FUrl* foreignUrl(const FPath& path) {
     return foreignUrl(const_cast<FPath&>(path));
 }
 
+// The path takes the name as the folder spells it, where it may be spelled otherwise.
+void adoptStoredName(FPath& path) {
+    FNPath* native = cmCast<FNPath>(&path);
+    const auto stored = native != nullptr ? platform::storedName(PathText(path)) : std::nullopt;
+    if (stored) {
+        native->setName(FStringRef(stored->data(), static_cast<std::int32_t>(stored->size())));
+    }
+}
+
 void tell(std::int32_t* error, std::int32_t value) {
     if (error != nullptr) {
         *error = value;
@@ -239,7 +248,11 @@ FStream* FNFileSystem::openFile(FPath& path, std::uint32_t mode, std::int32_t* e
     platform::File file =
         platform::File::open(PathText(path), openFlags(mode), platform::FileDisposition::openExisting, reason);
     tell(error, file.isOpen() ? 0 : reason);
-    return file.isOpen() ? streamOf(std::move(file), path, mode) : nullptr;
+    if (!file.isOpen()) {
+        return nullptr;
+    }
+    adoptStoredName(path);
+    return streamOf(std::move(file), path, mode);
 }
 
 void FNFileSystem::closeStream(FStream* stream) {

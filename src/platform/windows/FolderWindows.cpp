@@ -75,6 +75,8 @@ struct OpenWish {
     ULONG attributes = FILE_ATTRIBUTE_NORMAL;
 };
 
+constexpr OpenWish kWalking{FILE_LIST_DIRECTORY | FILE_TRAVERSE | FILE_READ_ATTRIBUTES, FILE_DIRECTORY_FILE};
+
 // An empty name is what the handle itself stands for.
 File openBelow(const File& folder, std::u16string_view name, const OpenWish& wish, std::int32_t& error) {
     UNICODE_STRING text;
@@ -317,6 +319,11 @@ std::int32_t Folder::error() const {
 
 void Folder::rewind() {
     if (isOpen()) {
+        // Not every system reads the folder anew for a handle that has been through it.
+        std::int32_t ignored = 0;
+        if (File again = openBelow(state_->handle, {}, kWalking, ignored); again.isOpen()) {
+            state_->handle = std::move(again);
+        }
         state_->record = nullptr;
         state_->atStart = true;
         state_->error = 0;
@@ -328,8 +335,7 @@ Folder Folder::openFolder(std::u16string_view name, std::int32_t& error) const {
         noSuchName(error);
         return Folder();
     }
-    const OpenWish wish{FILE_LIST_DIRECTORY | FILE_TRAVERSE | FILE_READ_ATTRIBUTES, FILE_DIRECTORY_FILE};
-    return State::adopt(openNoLink(state_->handle, name, wish, error));
+    return State::adopt(openNoLink(state_->handle, name, kWalking, error));
 }
 
 Folder Folder::makeFolder(std::u16string_view name, std::int32_t& error) const {

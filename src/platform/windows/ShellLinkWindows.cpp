@@ -29,6 +29,19 @@ bool reserve(const std::wstring& path, std::int32_t& error) {
     return file.isOpen();
 }
 
+// What the link says as it stands: nothing is searched for, which could take long and ask the user. The list of items
+// comes first, since some programs write the path itself in their code page alone. Empty for what is no file.
+std::wstring targetOf(IShellLinkW& link) {
+    wchar_t path[MAX_PATH] = {};
+    PIDLIST_ABSOLUTE items = nullptr;
+    const bool listed = SUCCEEDED(link.GetIDList(&items)) && items != nullptr && ::SHGetPathFromIDListW(items, path);
+    ::CoTaskMemFree(items);
+    if (!listed && link.GetPath(path, MAX_PATH, nullptr, 0) != S_OK) {
+        return {};
+    }
+    return path;
+}
+
 } // namespace
 
 bool saveShellLink(const std::wstring& path, const std::wstring& target, std::int32_t& error) {
@@ -54,13 +67,11 @@ bool saveShellLink(const std::wstring& path, const std::wstring& target, std::in
 std::optional<std::wstring> loadShellLink(const std::wstring& path) {
     const ComponentLibrary library;
     LinkObject object;
-    wchar_t target[MAX_PATH] = {};
-    // What the link says as it stands: nothing is searched for, which could take long and ask the user.
-    if (FAILED(object.create()) || FAILED(object.file->Load(path.c_str(), STGM_READ)) ||
-        object.link->GetPath(target, MAX_PATH, nullptr, 0) != S_OK || target[0] == L'\0') {
+    if (FAILED(object.create()) || FAILED(object.file->Load(path.c_str(), STGM_READ))) {
         return std::nullopt;
     }
-    return target;
+    std::wstring target = targetOf(*object.link.get());
+    return target.empty() ? std::nullopt : std::optional(std::move(target));
 }
 
 } // namespace tessera::platform

@@ -36,7 +36,7 @@ protected:
 
     // The native text of a file in the folder.
     FString keyOf(const std::string& name) const {
-        const std::string native = (scratch_ / name).string();
+        const std::string native = testing_support::utf8OfPath(scratch_ / name);
         FString text;
         text.assignUtf8(native.c_str());
         text.replaceChars("/", '\\');

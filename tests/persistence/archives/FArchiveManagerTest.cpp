@@ -2,8 +2,7 @@
 
 #include "persistence/archives/ArchiveTest.h"
 #include "persistence/urls/FUrl.h"
-
-#include <filesystem>
+#include "support/FileMarks.h"
 
 namespace tessera::test {
 namespace {
@@ -62,7 +61,7 @@ TEST_F(FArchiveManagerTest, AnUnbufferedOpeningNeverReachesAMount) {
 }
 
 TEST_F(FArchiveManagerTest, AUrlLeadsIntoAnArchive) {
-    FUrl url(FString(("vfs://" + (scratch_ / "a.pak").string() + "//sub/inner.wav").c_str()));
+    FUrl url(FString(("vfs://" + testing_support::slashTextOf(scratch_ / "a.pak") + "//sub/inner.wav").c_str()));
     EXPECT_TRUE(files_->fileExists(url));
     EXPECT_EQ(files_->getFileSize(url), 3);
 }
@@ -225,8 +224,7 @@ TEST_F(FArchiveManagerTest, AnArchiveWithinAnArchiveIsMountedThroughIt) {
 TEST_F(FArchiveManagerTest, OnAReadOnlyFileAComponentThatWritesIsReadOnly) {
     state_.canWrite = true;
     EXPECT_EQ(mount()->getCapabilities(), 7u);
-    // A program that runs can't be written to by anybody.
-    std::filesystem::create_symlink("/proc/self/exe", scratch_ / "b.pak");
+    const auto guard = testing_support::writeUnwritable(scratch_ / "b.pak");
     auto* mounted = static_cast<FPluginFileSystem*>(archives_->getFileSystem(in("", "b.pak")));
     ASSERT_NE(mounted, nullptr);
     EXPECT_EQ(mounted->getCapabilities(), 5u);

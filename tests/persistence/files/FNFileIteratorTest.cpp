@@ -2,11 +2,11 @@
 
 #include "persistence/files/FFileSystem.h"
 #include "persistence/files/PathSupport.h"
+#include "support/FileMarks.h"
 #include "support/ScratchFolder.h"
+#include "support/Skips.h"
 
 #include <gtest/gtest.h>
-
-#include <sys/stat.h>
 
 #include <filesystem>
 #include <map>
@@ -49,13 +49,18 @@ protected:
         return names;
     }
 
+    void makeLink(const std::string& name, const std::string& target) {
+        FNPath link = pathOf(scratch_ / name);
+        EXPECT_TRUE(FFileSystem::getInstance()->createLink(link, pathOf(scratch_ / target)));
+    }
+
     testing_support::ScratchFolder scratch_;
 };
 
 TEST_F(FNFileIteratorTest, GivesEachEntryOnce) {
     scratch_.write("a.wav", "12345");
     scratch_.write("folder/inner.txt", "x");
-    scratch_.write(".hidden", "1");
+    testing_support::setHidden(scratch_.write(".hidden", "1"));
     const auto entries = walk(false);
     EXPECT_EQ(namesOf(entries), (std::set<std::string>{".hidden", "a.wav", "folder"}));
     EXPECT_EQ(entries.at("a.wav").kind, PathKind::file);
@@ -80,6 +85,9 @@ TEST_F(FNFileIteratorTest, AnEmptyOrMissingFolderHasNoEntries) {
 }
 
 TEST_F(FNFileIteratorTest, LinksAreFollowedForKindAndSize) {
+    if (const char* reason = testing_support::whyNoSymbolicLinks()) {
+        GTEST_SKIP() << reason;
+    }
     scratch_.write("folder/file", "12345");
     fs::create_symlink("folder/file", scratch_ / "to file");
     fs::create_directory_symlink("folder", scratch_ / "to folder");
@@ -93,8 +101,8 @@ TEST_F(FNFileIteratorTest, LinksAreFollowedForKindAndSize) {
 
 TEST_F(FNFileIteratorTest, OnlyTheExtensionMakesALink) {
     scratch_.write("target", "12345");
-    fs::create_symlink("target", scratch_ / "one.lnk");
-    fs::create_symlink("target", scratch_ / "two.LNK");
+    makeLink("one.lnk", "target");
+    makeLink("two.LNK", "target");
     fs::create_directory(scratch_ / "folder.lnk");
     scratch_.write("text.lnk", "no link at all");
     const auto entries = walk(false);
@@ -107,9 +115,11 @@ TEST_F(FNFileIteratorTest, OnlyTheExtensionMakesALink) {
 
 TEST_F(FNFileIteratorTest, ResolvedLinksAreGivenAsWhatTheyLeadTo) {
     scratch_.write("folder/file.wav", "12345");
-    fs::create_symlink(scratch_ / "folder/file.wav", scratch_ / "to file.lnk");
-    fs::create_directory_symlink(scratch_ / "folder", scratch_ / "to folder.lnk");
-    fs::create_symlink(scratch_ / "nowhere", scratch_ / "broken.lnk");
+    scratch_.write("nowhere", "");
+    makeLink("to file.lnk", "folder/file.wav");
+    makeLink("to folder.lnk", "folder");
+    makeLink("broken.lnk", "nowhere");
+    fs::remove(scratch_ / "nowhere");
     scratch_.write("text.lnk", "no link at all");
     const auto iterator = FRefPtr<FNFileIterator>::adopt(new FNFileIterator(folderOf(scratch_.path()), true, false));
     std::multimap<std::string, PathKind> found;
@@ -132,19 +142,27 @@ TEST_F(FNFileIteratorTest, FileTypesAreFilledWhenAsked) {
     EXPECT_EQ(filled.at("b").extension, "???");
 }
 
+constexpr const char* kForeignName = "Gr\xC3\xBC\xC3\x9F"
+                                     "e \xE9\x9F\xB3 \xF0\x9F\x8E\xB5.wav";
+
+TEST_F(FNFileIteratorTest, NamesMayHoldAnyCharacters) {
+    scratch_.write(kForeignName, "");
+    EXPECT_EQ(namesOf(walk(false)), std::set<std::string>{kForeignName});
+}
+
 TEST_F(FNFileIteratorTest, NamesWithoutAPathFormArePassedOver) {
+    if (const char* reason = testing_support::whyNoBackslashInNames()) {
+        GTEST_SKIP() << reason;
+    }
     scratch_.write("back\\slash", "");
     scratch_.write("no\xFFutf8", "");
-    scratch_.write("Gr\xC3\xBC\xC3\x9F"
-                   "e \xF0\x9F\x8E\xB5.wav",
-                   "");
-    EXPECT_EQ(namesOf(walk(false)), (std::set<std::string>{"Gr\xC3\xBC\xC3\x9F"
-                                                           "e \xF0\x9F\x8E\xB5.wav"}));
+    scratch_.write(kForeignName, "");
+    EXPECT_EQ(namesOf(walk(false)), std::set<std::string>{kForeignName});
 }
 
 TEST_F(FNFileIteratorTest, TheLowWordOfALargeSizeIsKept) {
     scratch_.write("large", "");
-    fs::resize_file(scratch_ / "large", 0x180000002);
+    testing_support::setSize(scratch_ / "large", 0x180000002);
     EXPECT_EQ(walk(false).at("large").size, static_cast<std::int32_t>(0x80000002u));
 }
 

@@ -2,14 +2,17 @@
 
 #include "persistence/files/PathSupport.h"
 #include "persistence/objects/PersistenceHooks.h"
+#include "platform/SystemErrors.h"
+#include "support/ErrorNumbers.h"
 
 #include <gtest/gtest.h>
 
-#include <cerrno>
 #include <string>
 
 namespace tessera {
 namespace {
+
+using testing_support::kErrorNumbers;
 
 struct ErrorRow {
     const char* name;
@@ -25,28 +28,30 @@ TEST_P(FileErrorTexts, AreTheSentencesThatUsersKnow) {
 
 const ErrorRow kErrors[] = {
     {"NoError", 0, "No error occurred."},
-    {"Transfer", EIO, "A reading/writing error occurred. This disk is not working normaly."},
-    {"Missing", ENOENT, "The file/folder could not be found at this location."},
-    {"FileOnTheWay", ENOTDIR, "The file/folder could not be found at this location."},
-    {"LongName", ENAMETOOLONG, "This name is too long."},
-    {"FullDisk", ENOSPC, "This disk is full."},
-    {"UsedUpShare", EDQUOT, "This disk is full."},
-    {"ReadOnlyDisk", EROFS, "This disk is read only."},
-    {"Rights", EACCES, "This operation is not allowed."},
-    {"Owner", EPERM, "This operation is not allowed."},
-    {"NameTaken", EEXIST, "This operation is not allowed."},
+    {"Transfer", kErrorNumbers.transfer, "A reading/writing error occurred. This disk is not working normaly."},
+    {"Missing", kErrorNumbers.missing, "The file/folder could not be found at this location."},
+    {"FileOnTheWay", kErrorNumbers.fileOnTheWay, "The file/folder could not be found at this location."},
+    {"LongName", kErrorNumbers.longName, "This name is too long."},
+    {"FullDisk", kErrorNumbers.fullDisk, "This disk is full."},
+    {"UsedUpShare", kErrorNumbers.usedUpShare, "This disk is full."},
+    {"ReadOnlyDisk", kErrorNumbers.readOnlyDisk, "This disk is read only."},
+    {"Rights", kErrorNumbers.noRight, "This operation is not allowed."},
+    {"Owner", kErrorNumbers.notOwner, "This operation is not allowed."},
+    {"NameTaken", kErrorNumbers.nameTaken, "This operation is not allowed."},
 };
 
 INSTANTIATE_TEST_SUITE_P(FileErrors, FileErrorTexts, testing::ValuesIn(kErrors),
                          [](const auto& row) { return std::string(row.param.name); });
 
 TEST(FileErrors, AnUnexpectedErrorEndsWithTheSystemsWords) {
-    EXPECT_EQ(utf8Of(fileErrorText(EPIPE)), "An unexpected error occurred. The system's description is: Broken pipe");
+    EXPECT_EQ(utf8Of(fileErrorText(kErrorNumbers.brokenPipe)),
+              "An unexpected error occurred. The system's description is: " +
+                  platform::describeError(kErrorNumbers.brokenPipe));
 }
 
 TEST(FileErrors, ThePlainTextIsTheSystems) {
     EXPECT_EQ(utf8Of(systemErrorText(0)), "No error occurred.");
-    EXPECT_EQ(utf8Of(systemErrorText(ENOENT)), "No such file or directory");
+    EXPECT_EQ(utf8Of(systemErrorText(kErrorNumbers.missing)), platform::describeError(kErrorNumbers.missing));
 }
 
 TEST(FileErrors, SentencesAreTranslated) {
@@ -57,12 +62,13 @@ TEST(FileErrors, SentencesAreTranslated) {
         return text;
     };
     const std::string none = utf8Of(fileErrorText(0));
-    const std::string full = utf8Of(fileErrorText(ENOSPC));
-    const std::string other = utf8Of(fileErrorText(EPIPE));
+    const std::string full = utf8Of(fileErrorText(kErrorNumbers.fullDisk));
+    const std::string other = utf8Of(fileErrorText(kErrorNumbers.brokenPipe));
     persistenceHooks.translate = nullptr;
     EXPECT_EQ(none, "<No error occurred.>");
     EXPECT_EQ(full, "<This disk is full.>");
-    EXPECT_EQ(other, "<An unexpected error occurred. The system's description is: >Broken pipe");
+    EXPECT_EQ(other, "<An unexpected error occurred. The system's description is: >" +
+                         platform::describeError(kErrorNumbers.brokenPipe));
 }
 
 } // namespace

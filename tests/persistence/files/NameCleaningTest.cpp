@@ -20,7 +20,7 @@ class CleanedNames : public testing::TestWithParam<CleaningRow> {};
 
 TEST_P(CleanedNames, LoseWhatCantStandInAName) {
     const CleaningRow& row = GetParam();
-    FString text(row.text);
+    FString text = wideText(row.text);
     EXPECT_EQ(cleanName(text, row.replacement, ControlCharacters::keep), std::string(row.text) != row.expected);
     EXPECT_EQ(utf8Of(text), row.expected);
 }
@@ -45,7 +45,7 @@ class CleanedPaths : public testing::TestWithParam<CleaningRow> {};
 
 TEST_P(CleanedPaths, LoseWhatCantStandInAPath) {
     const CleaningRow& row = GetParam();
-    FString text(row.text);
+    FString text = wideText(row.text);
     EXPECT_EQ(cleanPath(text, row.replacement), std::string(row.text) != row.expected);
     EXPECT_EQ(utf8Of(text), row.expected);
 }
@@ -92,7 +92,7 @@ TEST(NameCleaning, CharactersAreCountedAndNotBytes) {
     for (int i = 0; i < 200; ++i) {
         name += "\xC3\xBC";
     }
-    FString text(name.c_str());
+    FString text = wideText(name);
     EXPECT_FALSE(cleanName(text, 0, ControlCharacters::keep));
     EXPECT_EQ(utf8Of(text), name);
 }

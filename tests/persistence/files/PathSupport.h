@@ -2,6 +2,7 @@
 #pragma once
 
 #include "persistence/paths/FNPath.h"
+#include "support/ScratchFolder.h"
 
 #include <filesystem>
 #include <string>
@@ -15,7 +16,7 @@ inline FString wideText(const std::string& utf8) {
 }
 
 inline FNPath pathOf(const std::filesystem::path& native, PathKind kind = PathKind::file) {
-    return FNPath(wideText(native.string()), kind);
+    return FNPath(wideText(testing_support::utf8OfPath(native)), kind);
 }
 
 inline FNPath folderOf(const std::filesystem::path& native) {

@@ -38,7 +38,7 @@ TEST(FFileType, FoldsTypeStringsAndNotTheName) {
     type.setDosType("A");
     type.setUnixType("B");
     type.setMimeType("C");
-    type.setMimeTypeAlt("\xc3\x96");
+    type.setMimeTypeAlt(u"\u00d6");
     EXPECT_EQ(text(type.getDosType()), u"a");
     EXPECT_EQ(text(type.getUnixType()), u"b");
     EXPECT_EQ(text(type.getMimeType()), u"c");

@@ -6,6 +6,7 @@
 #include "persistence/paths/FileTypeRegistry.h"
 #include "persistence/paths/IUniqueNamer.h"
 #include "platform/NativePath.h"
+#include "support/ScratchFolder.h"
 #include "tests/persistence/paths/TextOf.h"
 
 #include <gtest/gtest.h>
@@ -20,7 +21,7 @@ namespace {
 namespace fs = std::filesystem;
 
 FNPath pathTo(const fs::path& native, PathKind kind = PathKind::file) {
-    return FNPath(platform::fromNativePath(native.string())->c_str(), kind);
+    return FNPath(platform::fromNativePath(testing_support::utf8OfPath(native))->c_str(), kind);
 }
 
 // A folder that goes at the end of the test.
@@ -31,7 +32,7 @@ protected:
 
     void write(const char* name, const char* content) { std::ofstream(folder / name) << content; }
 
-    fs::path folder = fs::temp_directory_path() / "paths \u00e4";
+    fs::path folder = fs::temp_directory_path() / u8"paths \u00e4";
 };
 
 TEST(FNPath, IsCreatedByName) {

@@ -4,11 +4,12 @@
 #include "persistence/paths/IApplicationFolders.h"
 #include "platform/KnownFolders.h"
 #include "platform/NativePath.h"
+#include "platform/TemporaryFolder.h"
+#include "support/ScratchFolder.h"
 #include "tests/persistence/paths/TextOf.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
 
 namespace tessera {
@@ -81,10 +82,16 @@ TEST_F(SpecialFolders, EachProgramFolderHasItsSource) {
     EXPECT_EQ(programFolder(static_cast<ProgramFolder>(-1)), nullptr);
 }
 
-TEST_F(SpecialFolders, FolderThatTheSystemWillNotGiveIsNull) {
-    // The run's configuration folder has no list of the user's folders.
-    EXPECT_EQ(knownFolder(KnownFolder::music), nullptr);
-    EXPECT_EQ(knownFolder(KnownFolder::documents), nullptr);
+TEST_F(SpecialFolders, KnownFoldersAreTheSystemsOrNull) {
+    const KnownFolder folders[] = {KnownFolder::documents, KnownFolder::profile, KnownFolder::pictures,
+                                   KnownFolder::music, KnownFolder::videos};
+    const platform::KnownFolder sources[] = {platform::KnownFolder::documents, platform::KnownFolder::profile,
+                                             platform::KnownFolder::pictures, platform::KnownFolder::music,
+                                             platform::KnownFolder::videos};
+    for (std::size_t i = 0; i < std::size(folders); ++i) {
+        const FNPath* folder = knownFolder(folders[i]);
+        EXPECT_EQ(folder != nullptr ? fullOf(*folder) : u"none", known(sources[i])) << i;
+    }
     EXPECT_EQ(knownFolder(static_cast<KnownFolder>(99)), nullptr);
 }
 
@@ -106,7 +113,7 @@ TEST_F(SpecialFolders, VendorIsTheServicesOrTheDefault) {
 }
 
 TEST_F(SpecialFolders, NameGoesIntoTheFolder) {
-    const std::u16string temporary = *platform::fromNativePath(std::getenv("TMPDIR"));
+    const std::u16string temporary = *platform::fromNativePath(platform::temporaryFolder());
     const FNPath path(u"a.txt", PathFolder::temporary, PathKind::file);
     EXPECT_EQ(fullOf(path), temporary + u"\\a.txt");
     EXPECT_TRUE(path.isFile());
@@ -123,7 +130,7 @@ TEST_F(SpecialFolders, OtherCodesLeaveTheFolderEmpty) {
 }
 
 TEST_F(SpecialFolders, MissingFoldersAreMadeIfAsked) {
-    const fs::path base = fs::path(std::getenv("TMPDIR")) / "app" / "data";
+    const fs::path base = fs::temp_directory_path() / "app" / "data";
     application.userData.set(base.u16string().c_str(), PathKind::folder);
     useApplication();
     FNPath(u"a", PathFolder::userData, PathKind::file);
@@ -139,9 +146,12 @@ TEST_F(SpecialFolders, MissingFoldersAreMadeIfAsked) {
 }
 
 TEST_F(SpecialFolders, PathStandsWhereItsFolderCanNotBeMade) {
-    application.userData.set(u"\\dev\\null\\data", PathKind::folder);
+    const testing_support::ScratchFolder scratch;
+    const fs::path inFile = scratch.write("file", "") / "data";
+    application.userData.set(inFile.u16string().c_str(), PathKind::folder);
     useApplication();
-    EXPECT_EQ(fullOf(FNPath(u"a", PathFolder::userData, PathKind::file, u"sub", true)), u"\\dev\\null\\data\\sub\\a");
+    EXPECT_EQ(fullOf(FNPath(u"a", PathFolder::userData, PathKind::file, u"sub", true)),
+              fullOf(application.userData) + u"\\sub\\a");
 }
 
 } // namespace

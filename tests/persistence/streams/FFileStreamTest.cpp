@@ -2,10 +2,11 @@
 
 #include "persistence/streams/IStreamWatcher.h"
 #include "platform/NativePath.h"
+#include "support/ErrorNumbers.h"
+#include "support/ScratchFolder.h"
 
 #include <gtest/gtest.h>
 
-#include <cerrno>
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -26,10 +27,11 @@ public:
 class FFileStreamTest : public testing::Test {
 protected:
     std::unique_ptr<FFileStream> open(std::uint32_t mode, platform::FileDisposition disposition) {
-        const std::u16string text = *platform::fromNativePath(native.string());
+        const std::u16string text = *platform::fromNativePath(testing_support::utf8OfPath(native));
         platform::FileOpenFlags flags;
         flags.read = (mode & FileOpenMode::read) != 0;
         flags.write = (mode & FileOpenMode::write) != 0;
+        flags.shareRead = (mode & FileOpenMode::shareRead) != 0;
         flags.deleteOnClose = (mode & FileOpenMode::temporary) != 0;
         std::int32_t error = 0;
         platform::File file = platform::File::open(text, flags, disposition, error);
@@ -48,7 +50,7 @@ protected:
 
     void TearDown() override { std::filesystem::remove(native); }
 
-    std::filesystem::path native = std::filesystem::temp_directory_path() / "stream \u00e4.bin";
+    std::filesystem::path native = std::filesystem::temp_directory_path() / u8"stream \u00e4.bin";
 };
 
 TEST_F(FFileStreamTest, WritesAndReadsAFile) {
@@ -118,9 +120,9 @@ TEST_F(FFileStreamTest, FirstErrorIsKept) {
     create()->write("abc", 3);
     const auto stream = open(FileOpenMode::read, platform::FileDisposition::openExisting);
     EXPECT_EQ(stream->write("x", 1), 0);
-    EXPECT_EQ(stream->getLastError(), EBADF);
+    EXPECT_EQ(stream->getLastError(), testing_support::kErrorNumbers.wrongDirection);
     EXPECT_EQ(stream->seek(-1, SeekMode::fromStart), -1);
-    EXPECT_EQ(stream->getLastError(), EBADF);
+    EXPECT_EQ(stream->getLastError(), testing_support::kErrorNumbers.wrongDirection);
     char c = 0;
     EXPECT_EQ(stream->read(&c, 1), 1);
     EXPECT_EQ(c, 'a');
@@ -153,21 +155,23 @@ TEST_F(FFileStreamTest, WritersAndSharersOfWritingTellTheirChanges) {
 }
 
 TEST_F(FFileStreamTest, FlushHandsOutWhatWasWritten) {
-    const auto stream = create();
+    const auto stream = open(FileOpenMode::read | FileOpenMode::write | FileOpenMode::shareRead,
+                             platform::FileDisposition::createAlways);
     stream->write("abc", 3);
     EXPECT_TRUE(stream->flush());
     EXPECT_EQ(content(), "abc");
 }
 
-TEST_F(FFileStreamTest, TemporaryFileLosesItsNameAtOnce) {
+TEST_F(FFileStreamTest, TemporaryFileIsGoneWhenItIsClosed) {
     const auto stream = open(FileOpenMode::read | FileOpenMode::write | FileOpenMode::temporary,
                              platform::FileDisposition::createAlways);
-    EXPECT_FALSE(std::filesystem::exists(native));
     EXPECT_EQ(stream->write("abc", 3), 3);
     stream->rewind();
     char text[4] = {};
     EXPECT_EQ(stream->read(text, 3), 3);
     EXPECT_STREQ(text, "abc");
+    stream->close();
+    EXPECT_FALSE(std::filesystem::exists(native));
 }
 
 TEST_F(FFileStreamTest, StreamWithoutAFileDoesNothing) {

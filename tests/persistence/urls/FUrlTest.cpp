@@ -17,6 +17,7 @@ namespace tessera::test {
 namespace {
 
 using testing_support::ScratchFolder;
+using testing_support::slashTextOf;
 
 std::string utf8(const FStringRef& text) {
     FString narrow(text);
@@ -217,7 +218,7 @@ TEST(FUrl, OnlyFileUrlsHaveANativePath) {
 
 TEST(FUrl, IsMadeFromANativePath) {
     FUrl url;
-    url.setFromNativePath(FNPath(FString("\\tmp\\a b\\\u00e9"), PathKind::file));
+    url.setFromNativePath(FNPath(FString(u"\\tmp\\a b\\\u00e9"), PathKind::file));
     EXPECT_EQ(fullOf(url), "file:///tmp/a%20b/%C3%A9");
     url.setFromNativePath(FNPath(FString("C:\\x y"), PathKind::folder));
     EXPECT_EQ(utf8(url.getFile()), "/C:/x%20y/");
@@ -275,7 +276,7 @@ TEST(FUrl, FilesAreReachedThroughTheFileSystem) {
     scratch.write("a b/take.wav", "12345");
     FFileSystem* files = FFileSystem::getInstance();
     FUrl folder;
-    folder.set(FString(("file://" + (scratch / "a%20b").string()).c_str()), PathKind::folder);
+    folder.set(FString(("file://" + slashTextOf(scratch / "a%20b")).c_str()), PathKind::folder);
     EXPECT_TRUE(files->folderExists(folder));
     EXPECT_EQ(files->countFiles(folder, false, true, nullptr), 1);
     const auto entries = FRefPtr<FFileIterator>::adopt(files->newIterator(folder, false));

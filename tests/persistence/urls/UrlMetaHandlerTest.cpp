@@ -127,12 +127,12 @@ TEST_F(UrlMetaHandlerTest, WithoutAHandlerThereIsNothing) {
 TEST_F(UrlMetaHandlerTest, TheFileHandlerOpensNativeFiles) {
     const testing_support::ScratchFolder scratch;
     scratch.write("a", "x");
-    FUrl url(FString(("file://" + (scratch / "a").string()).c_str()));
+    FUrl url(FString(("file://" + testing_support::slashTextOf(scratch / "a")).c_str()));
     FStream* stream = handlers_->openFile(url, FileOpenMode::read, nullptr);
     ASSERT_NE(stream, nullptr);
     stream->release();
     EXPECT_TRUE(url.getHandler() == "file");
-    FUrl made(FString(("file://" + (scratch / "b").string()).c_str()));
+    FUrl made(FString(("file://" + testing_support::slashTextOf(scratch / "b")).c_str()));
     stream = handlers_->createFile(made, FileOpenMode::write, nullptr);
     ASSERT_NE(stream, nullptr);
     stream->release();

@@ -6,6 +6,10 @@ const char* whyNoSymbolicLinks() {
     return nullptr;
 }
 
+const char* whyNoBackslashInNames() {
+    return nullptr;
+}
+
 const char* whyNoCaseInNames() {
     return nullptr;
 }
