@@ -203,6 +203,27 @@ TEST_F(FComponentRegistryTest, TellsObserversAndDependents) {
     registry_->removeDependent(&dependent);
 }
 
+TEST_F(FComponentRegistryTest, ObserversHearOfAClassBeforeItIsEntered) {
+    struct Observer : test::NotedComponents {
+        void componentAdded(FComponentDescription& description) override {
+            NotedComponents::componentAdded(description);
+            available = description.isAvailable();
+            known = FComponentRegistry::getInstance()->getComponent(description.getUID()) != nullptr;
+        }
+        bool available = true;
+        bool known = true;
+    } observer;
+    char digits[FUID::kTextSize];
+    FUID(classInfo(1, "", "").classId).toString(digits);
+    pool_->setInt("Components\\Category Effect\\Available", digits, 0);
+    registry_->addObserver(&observer);
+    add(classInfo(1, "Effect", "Echo"));
+    EXPECT_THAT(observer.events, ElementsAre("+Echo"));
+    EXPECT_FALSE(observer.available);
+    EXPECT_FALSE(observer.known);
+    registry_->removeObserver(&observer);
+}
+
 TEST_F(FComponentRegistryTest, ACategoryGoesWithItsLastClass) {
     add(classInfo(1, "Effect", "Echo"));
     registry_->removeComponent(classInfo(1, "", "").classId);

@@ -130,6 +130,20 @@ TEST_F(FServiceManagerTest, StartsAvailableClassesThatDoNotRun) {
     EXPECT_EQ(services_.start(), 1);
 }
 
+TEST_F(FServiceManagerTest, StartsAndStopsInTheOrderOfTheCategories) {
+    scan("remembered");
+    scan("service");
+    services_.addCategory("Test", nullptr);
+    services_.addCategory("Service", registry_.get()); // stays the first
+    EXPECT_EQ(services_.start(), 2);
+    services_.stop();
+    std::vector<std::string> lines = log_.lines();
+    std::erase_if(
+        lines, [](const std::string& line) { return !line.ends_with("initialize") && !line.ends_with("terminate"); });
+    EXPECT_THAT(
+        lines, ElementsAre("service initialize", "remembered initialize", "service terminate", "remembered terminate"));
+}
+
 TEST_F(FServiceManagerTest, StopsWhatStillRunsWhenItGoes) {
     add(*registry_, 1, "Service");
     {

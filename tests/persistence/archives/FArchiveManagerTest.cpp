@@ -150,8 +150,9 @@ TEST_F(FArchiveManagerTest, IdleMountsAreDropped) {
     ASSERT_NE(mount(), nullptr);
     scratch_.write("b.pak", "archive");
     ASSERT_NE(archives_->getFileSystem(in("", "b.pak")), nullptr);
+    const FRefPtr<FPluginFileSystem> held(mount());
     archives_->removeUnusedRemovables();
-    EXPECT_EQ(state_.volumes, 0);
+    EXPECT_EQ(state_.volumes, 0) << "closed, whoever holds it";
     EXPECT_EQ(archives_->getMountCount(keyOf("a.pak")), 0);
     EXPECT_EQ(archives_->getMountCount(keyOf("b.pak")), 0);
 }
@@ -219,6 +220,19 @@ TEST_F(FArchiveManagerTest, AnArchiveWithinAnArchiveIsMountedThroughIt) {
     EXPECT_EQ(mount()->getOpenCount(), 1); // the inner archive's own file
     archives_->removeUnusedRemovables();
     EXPECT_EQ(state_.volumes, 0);
+}
+
+TEST_F(FArchiveManagerTest, TheFileIsOpenedForWritingWhereTheComponentWrites) {
+    for (const bool writes : {false, true}) {
+        SCOPED_TRACE(writes);
+        state_.canWrite = writes;
+        ASSERT_NE(mount(), nullptr);
+        std::int32_t count = 0;
+        EXPECT_EQ(state_.file->seek(0, 0, nullptr), kResultOk);
+        EXPECT_EQ(state_.file->write("A", 1, &count) == kResultOk && count == 1, writes);
+        archives_->removeUnusedRemovables();
+        EXPECT_EQ(scratch_.read("a.pak"), writes ? "Archive" : "archive");
+    }
 }
 
 TEST_F(FArchiveManagerTest, OnAReadOnlyFileAComponentThatWritesIsReadOnly) {

@@ -29,12 +29,16 @@ struct FakeArchiveState {
     int volumes = 0;                  // alive
     int made = 0;                     // components
     IBaseUnknown* context = nullptr;
+    IHostStream* file = nullptr; // of the volume that was opened last
     std::vector<std::u16string> changes;
 };
 
 class FakeVolume final : public Counted<IVirtualVolume> {
 public:
-    FakeVolume(FakeArchiveState& state, IHostStream* stream) : state_(state), stream_(stream) { ++state_.volumes; }
+    FakeVolume(FakeArchiveState& state, IHostStream* stream) : state_(state), stream_(stream) {
+        ++state_.volumes;
+        state_.file = stream;
+    }
     ~FakeVolume() override { --state_.volumes; }
 
     FResult openFile(const char16_t* path, std::uint32_t mode, IHostStream** out) override {
