@@ -200,6 +200,7 @@ TEST_F(FModuleTest, ASecondEndOfUseDoesNotHurryIt) {
     EXPECT_EQ(module->getUseCount(), 0);
     runIdleRounds(41);
     EXPECT_FALSE(module->isLoaded());
+    EXPECT_FALSE(FMessenger::getInstance()->hasMessages(module.get(), "Unload")) << "one message was sent for both";
 }
 
 TEST_F(FModuleTest, ThatIsMarkedToStayIsNeverUnloadedByItsUsers) {

@@ -337,5 +337,29 @@ TEST(FDefaultPool, AutoSaversGetTheirStateOnce) {
     EXPECT_EQ(saver.restored, 1);
 }
 
+TEST(FDefaultPool, WhoLeavesWhileOthersAreRestoredIsLeftAlone) {
+    LazyPool pool;
+    AutoSaverDouble second("Second", 2);
+    class First final : public AutoSaverDouble {
+    public:
+        First(FDefaultPool& pool, CmObject& other) : AutoSaverDouble("First", 1), pool_(pool), other_(other) {}
+        bool restoreAttributes(FAttributes& attributes) override {
+            pool_.unregisterAutoSaver(&other_);
+            return AutoSaverDouble::restoreAttributes(attributes);
+        }
+
+    private:
+        FDefaultPool& pool_;
+        CmObject& other_;
+    } first(pool, second);
+    pool.registerAutoSaver(&first);
+    pool.registerAutoSaver(&second);
+    const auto tree = treeOf(pool);
+    pool.restoreAttributes(*tree);
+    pool.restoreAutoSavers();
+    EXPECT_EQ(first.restored, 1);
+    EXPECT_EQ(second.restored, 0);
+}
+
 } // namespace
 } // namespace tessera

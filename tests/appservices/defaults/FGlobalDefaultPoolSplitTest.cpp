@@ -115,6 +115,17 @@ TEST_F(FGlobalDefaultPoolSplit, DropsAFileOfAnotherVersion) {
     EXPECT_FALSE(next->getGroup("x", 2, kLeft)->has("key"));
 }
 
+TEST_F(FGlobalDefaultPoolSplit, WhatAnotherVersionHasDroppedDoesntComeBackOutOfTheFile) {
+    earlierRun({"x"});
+    const auto pool = started();
+    EXPECT_EQ(intOf(*pool, "x", "key"), 1);
+    EXPECT_EQ(pool->getGroup("x", 2, kLeft), nullptr);
+    EXPECT_EQ(pool->getGroup("x", 0, kLeft), nullptr);
+    EXPECT_EQ(intOf(*pool, "x", "key"), -99);
+    EXPECT_TRUE(save(*pool));
+    EXPECT_FALSE(user_.has(fileOf("x")));
+}
+
 TEST_F(FGlobalDefaultPoolSplit, ADamagedFileGivesAnEmptyGroup) {
     earlierRun({"x", "y"});
     user_.write(fileOf("x"), "damaged");
@@ -293,6 +304,16 @@ TEST_F(FGlobalDefaultPoolSplit, ABackupBringsBackRemovedGroups) {
     EXPECT_TRUE(pool->backup());
     pool->removeGroup("x");
     EXPECT_TRUE(pool->restoreBackup());
+    EXPECT_TRUE(pool->load());
+    EXPECT_EQ(intOf(*pool, "x", "key"), 1);
+}
+
+TEST_F(FGlobalDefaultPoolSplit, AfterTrashNothingCountsAsRemoved) {
+    earlierRun({"x"});
+    const auto pool = started();
+    pool->removeGroup("x");
+    EXPECT_TRUE(pool->trash());
+    earlierRun({"x"});
     EXPECT_TRUE(pool->load());
     EXPECT_EQ(intOf(*pool, "x", "key"), 1);
 }

@@ -149,6 +149,17 @@ TEST_F(FGlobalDefaultPoolTest, ARemovedGroupIsEmptyWhenItIsAskedForAgain) {
     EXPECT_EQ(intOf(*pool, "y", "key"), 1);
 }
 
+TEST_F(FGlobalDefaultPoolTest, AGroupIsRemovedUntilTheNextSave) {
+    const auto pool = started();
+    pool->removeGroup("x");
+    EXPECT_TRUE(save(*pool));
+    const auto other = started();
+    other->setInt("x", "key", 1);
+    EXPECT_TRUE(save(*other));
+    EXPECT_TRUE(pool->load());
+    EXPECT_EQ(intOf(*pool, "x", "key"), 1);
+}
+
 TEST_F(FGlobalDefaultPoolTest, SavesNothingBeforeItIsRestored) {
     const auto pool = fresh();
     pool->setInt("x", "key", 1);

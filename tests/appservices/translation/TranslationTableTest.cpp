@@ -414,6 +414,8 @@ TEST_F(PseudoLanguage, LeavesWhatHasATranslation) {
     EXPECT_TRUE(table_.load(false));
     EXPECT_EQ(table_.translateKey("Open"), FStringRef("OPEN"));
     EXPECT_EQ(table_.translateKey("Save"), FStringRef(u"_Sàvè_"));
+    static constinit TranslatedText open{u"Open"};
+    EXPECT_EQ(std::u16string(table_.translate(open)), u"OPEN");
 }
 
 TEST_F(PseudoLanguage, IsLookedForOnce) {

@@ -166,6 +166,13 @@ TEST(FUrl, ChangedPartsBuildThePathAnew) {
     EXPECT_EQ(utf8(url.getFile()), "name/");
 }
 
+TEST(FUrl, ItsFileTypeFollowsItsFile) {
+    FUrl url = urlOf("http://host/a.wav");
+    EXPECT_EQ(utf8(url.getFileType().getDosType()), "wav");
+    url.setFile(FString("b.txt"));
+    EXPECT_EQ(utf8(url.getFileType().getDosType()), "txt");
+}
+
 TEST(FUrl, DescendsAndAscendsBySlashes) {
     FUrl url = urlOf("http://host");
     url.descend(FString("a"), PathKind::folder);
