@@ -90,6 +90,21 @@ TEST_F(TranslatedTextTest, AsksAgainInAnotherLanguage) {
     EXPECT_EQ(std::u16string(table.translate(open)), u"Ouvrir");
 }
 
+TEST_F(TranslatedTextTest, AsksAgainWhereTheFirstLanguageHadNoTextsAtAll) {
+    folders_.module.write("translation.xml",
+                          "<Translation><LanguageTable><language key='us'>E</language><language key='de'>D</language>"
+                          "</LanguageTable><StringTable><String Key='Open'><de>Auf</de></String></StringTable>"
+                          "</Translation>");
+    folders_.user.write("lang.cfg", "us");
+    TranslatedText open{u"Open"};
+    TranslationTable table;
+    ASSERT_TRUE(table.load(false));
+    EXPECT_EQ(table.translate(open), open.key);
+    ASSERT_TRUE(table.reload("de"));
+    EXPECT_EQ(open.cached.load(), nullptr);
+    EXPECT_EQ(std::u16string(table.translate(open)), u"Auf");
+}
+
 TEST_F(TranslatedTextTest, OutlivesItsTable) {
     TranslatedText open{u"Open"};
     {

@@ -251,11 +251,16 @@ TEST_F(TranslationTableTest, WithoutAFileTheResourceIsRead) {
     EXPECT_TRUE(table_.load(false));
     EXPECT_EQ(textOf(u"Open"), u"Öffnen");
     // So it is when the file is broken; nothing of that remains.
-    folders_.module.write("translation.xml", inStrings("<String Key='x'><de>y</de></String>oops"));
-    EXPECT_TRUE(table_.reload("de"));
-    EXPECT_EQ(textOf(u"Open"), u"Öffnen");
-    EXPECT_EQ(textOf(u"x"), u"(none)");
-    EXPECT_EQ(table_.getLanguages().size(), 3u);
+    const std::string broken = "<String Key='x'><de>y</de></String>oops";
+    for (const std::string& text : {inStrings(broken), "<Translation><LanguageTable><language key='de'>D</language>"
+                                                       "</LanguageTable><StringTable>" +
+                                                           broken}) {
+        folders_.module.write("translation.xml", text);
+        EXPECT_TRUE(table_.reload("de"));
+        EXPECT_EQ(textOf(u"Open"), u"Öffnen");
+        EXPECT_EQ(textOf(u"x"), u"(none)");
+        EXPECT_EQ(table_.getLanguages().size(), 3u);
+    }
     TranslationTable::setResourceSource([](const FStringRef&) -> FStream* { return nullptr; });
     EXPECT_FALSE(table_.reload("de"));
     EXPECT_EQ(textOf(u"x"), u"y");

@@ -64,12 +64,26 @@ TEST(UPlugTarget, AnswersBothBracketsAndNothingElse) {
     }
 }
 
+// Gives numbers as a value does, and is none.
+class NumberOnly final : public FImplements<CmObject, IValue> {
+public:
+    bool isEnabled() const override { return true; }
+    void setValue(std::int32_t) override {}
+    std::int32_t getValue() const override { return 0; }
+    std::int32_t getMinimum() const override { return 0; }
+    std::int32_t getMaximum() const override { return 0; }
+    std::int32_t getDefault() const override { return 0; }
+};
+
 TEST(UPlugTarget, WhatIsNoValueReachesNoOwner) {
     Owner owner;
     UPlugTarget target(&owner);
     CmObject plain;
     FMessage message("BeginEdit");
     message.setObject("Value", &plain, false);
+    EXPECT_EQ(target.receiveMessage(&message), 1);
+    NumberOnly number;
+    message.setObject("Value", static_cast<CmObject*>(&number), false);
     EXPECT_EQ(target.receiveMessage(&message), 1);
     EXPECT_TRUE(owner.calls.empty());
     test::ForeignObject<> noOwner;

@@ -65,6 +65,17 @@ TEST_F(FPluginFileSystemTest, ListsAFolderWithPathsThatCanBeOpened) {
     }
 }
 
+TEST_F(FPluginFileSystemTest, EachListedFileHasATypeOfItsOwn) {
+    state_.files = {{u"a.wav", ""}, {u"b.txt", ""}};
+    const auto entries = FRefPtr<FFileIterator>::adopt(files_->newIterator(in(""), false));
+    ASSERT_TRUE(entries);
+    for (const char* type : {"wav", "txt"}) {
+        FPath* entry = entries->next();
+        ASSERT_NE(entry, nullptr);
+        EXPECT_TRUE(entry->getFileType().getDosType() == FString(type));
+    }
+}
+
 TEST_F(FPluginFileSystemTest, CountsFilesAndFolders) {
     std::int64_t size = 100;
     EXPECT_EQ(files_->countFiles(in(""), false, true, &size), 3);
