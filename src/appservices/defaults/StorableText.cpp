@@ -56,6 +56,16 @@ std::int32_t writtenSize(const FStringRef& text) {
     return text.isWide() ? writtenSize(text.view16()) : writtenSize(text.view8());
 }
 
+// Narrows the text, which is wide. False when the system's code page doesn't hold all of it.
+bool narrowWithoutLoss(FString& text) {
+    const FString before(text);
+    if (!text.toMultiByte()) {
+        return false;
+    }
+    FString again(text);
+    return again.toWide() && again == before;
+}
+
 } // namespace
 
 FString storableForm(const FStringRef& text) {
@@ -71,9 +81,12 @@ bool isStorableKey(const FStringRef& key) {
     if (key.isEmpty()) {
         return false;
     }
-    // Names are written byte by byte, in 8 bits.
-    const FString narrow(key);
-    return (!narrow.isWide() || narrow.toMultiByte()) && writtenSize(narrow.view8()) <= kLongestName;
+    // Names are written byte by byte, in 8 bits; two that look alike there would be one.
+    FString narrow(key);
+    if (narrow.isWide() && !narrowWithoutLoss(narrow)) {
+        return false;
+    }
+    return writtenSize(narrow.view8()) <= kLongestName;
 }
 
 bool isStorableText(const FStringRef& text) {
