@@ -4,6 +4,7 @@
 #include "acceptance/PeerDouble.h"
 #include "acceptance/SoundBytes.h"
 #include "support/FileSizeLimit.h"
+#include "support/Skips.h"
 
 #include <filesystem>
 
@@ -212,6 +213,9 @@ TEST_F(EditRoad, AGivenUpEditLeavesTheProjectAlone) {
 
 // The splice needs room for the whole sound, where the stretch alone has fitted.
 TEST_F(EditRoad, ADiskThatIsFullLeavesTheProjectAlone) {
+    if (const char* reason = testing_support::whyNoFileSizeLimit()) {
+        GTEST_SKIP() << reason;
+    }
     const Samples original = randomSamples(k16Bit, kFrames, 1, 1);
     writeSound(path("a.wav"), k16Bit, original, 1, kRate);
     PeerDouble& peer = startPeer([&](const std::string&) { return true; });

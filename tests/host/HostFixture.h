@@ -1,6 +1,7 @@
 // HostFixture: a host without a module, with a folder of its own that goes with the test, and sound files made by hand.
 #pragma once
 
+#include "common/OpenSound.h"
 #include "host/audio/AudioFormat.h"
 #include "host/program/Application.h"
 #include "support/ScratchFolder.h"
@@ -30,7 +31,7 @@ protected:
     Application& host() { return *application_; }
     std::string output() const { return output_.str(); }
     std::vector<std::string> misuses() { return host().core()->watch->misuses(); }
-    std::string path(const std::string& name) const { return (folder_.path() / name).string(); }
+    std::string path(const std::string& name) const { return testing_support::utf8OfPath(folder_ / name); }
 
     // Sample values 0, 1, 2, ... over all channels, so that each frame tells where it comes from.
     std::string makeSound(const std::string& name, int frames, int channels = 1, int sampleRate = 1000,
@@ -43,7 +44,7 @@ protected:
         info.format = format;
         info.channels = channels;
         info.samplerate = sampleRate;
-        SNDFILE* const file = sf_open(path(name).c_str(), SFM_WRITE, &info);
+        SNDFILE* const file = programs::openSound(path(name), SFM_WRITE, &info);
         EXPECT_NE(file, nullptr) << sf_strerror(nullptr);
         EXPECT_EQ(sf_writef_short(file, samples.data(), frames), frames);
         sf_close(file);
@@ -53,7 +54,7 @@ protected:
     // All samples of a file, as 16 bits.
     static std::vector<short> samplesOf(const std::string& file) {
         SF_INFO info = {};
-        SNDFILE* const opened = sf_open(file.c_str(), SFM_READ, &info);
+        SNDFILE* const opened = programs::openSound(file, SFM_READ, &info);
         EXPECT_NE(opened, nullptr) << file << ": " << sf_strerror(nullptr);
         if (opened == nullptr) {
             return {};

@@ -44,7 +44,7 @@ constexpr FormatRow kFormats[] = {
 
 class SoundFile : public ::testing::Test {
 protected:
-    std::string path(const std::string& name) const { return (folder_.path() / name).string(); }
+    std::string path(const std::string& name) const { return testing_support::utf8OfPath(folder_ / name); }
 
     static std::vector<std::uint8_t> bytesOf(const std::string& file) {
         std::ifstream in(file, std::ios::binary);

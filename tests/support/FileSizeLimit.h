@@ -1,31 +1,21 @@
 // FileSizeLimit: while it lives, no file that this process writes can grow beyond so many bytes, as if the disk were
-// full.
+// full. Ask whyNoFileSizeLimit first.
 #pragma once
 
-#include <csignal>
-
-#include <gtest/gtest.h>
-#include <sys/resource.h>
+#include <cstdint>
 
 namespace tessera::testing_support {
 
 class FileSizeLimit {
 public:
-    explicit FileSizeLimit(rlim_t bytes) : signal_(std::signal(SIGXFSZ, SIG_IGN)) {
-        getrlimit(RLIMIT_FSIZE, &before_);
-        const rlimit limit{bytes, before_.rlim_max};
-        EXPECT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
-    }
-    ~FileSizeLimit() {
-        setrlimit(RLIMIT_FSIZE, &before_);
-        std::signal(SIGXFSZ, signal_);
-    }
+    explicit FileSizeLimit(std::uint64_t bytes);
+    ~FileSizeLimit();
     FileSizeLimit(const FileSizeLimit&) = delete;
     FileSizeLimit& operator=(const FileSizeLimit&) = delete;
 
 private:
-    void (*signal_)(int);
-    rlimit before_ = {};
+    void (*signal_)(int) = nullptr;
+    std::uint64_t before_ = 0;
 };
 
 } // namespace tessera::testing_support

@@ -15,4 +15,10 @@ const char* whyNoBackslashInNames();
 // Names that differ in case alone are two files.
 const char* whyNoCaseInNames();
 
+// Variables of the environment that name the language of the user.
+const char* whyNoLanguageInVariables();
+
+// A process that may not make files longer than it says; see FileSizeLimit.
+const char* whyNoFileSizeLimit();
+
 } // namespace tessera::testing_support

@@ -5,6 +5,7 @@
 #include "persistence/attributes/FAttributes.h"
 #include "persistence/attributes/FXmlInstance.h"
 #include "persistence/registry/FRegistryEntry.h"
+#include "support/SystemText.h"
 
 #include <gtest/gtest.h>
 
@@ -121,16 +122,17 @@ TEST(FDefaults, AnswersNothingForAMissingKey) {
 
 TEST(FDefaults, FindsAKeyInEitherWidth) {
     FDefaults group;
+    const std::string narrow = testing_support::systemBytes(u"größ");
     group.setInt("narrow", 1);
     group.setInt(u"wide", 2);
-    group.setInt("gr\xc3\xb6\xc3\x9f", 3);
+    group.setInt(narrow.c_str(), 3);
     for (const char16_t* more : {u"a", u"\u00e4", u"z", u"\u6f22", u"\uffff"}) {
         group.setInt(more, 4);
     }
     EXPECT_EQ(intOf(group, u"narrow"), 1);
     EXPECT_EQ(intOf(group, "wide"), 2);
     EXPECT_EQ(intOf(group, u"größ"), 3);
-    EXPECT_EQ(intOf(group, "gr\xc3\xb6\xc3\x9f"), 3);
+    EXPECT_EQ(intOf(group, narrow.c_str()), 3);
     EXPECT_EQ(group.getCount(), 8);
 }
 

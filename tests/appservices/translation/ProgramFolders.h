@@ -5,6 +5,7 @@
 #include "persistence/objects/PersistenceHooks.h"
 #include "persistence/paths/FNPath.h"
 #include "persistence/paths/IApplicationFolders.h"
+#include "platform/NativePath.h"
 #include "support/ScratchFolder.h"
 
 #include <string>
@@ -47,8 +48,13 @@ private:
         return folders;
     }
 
-    FNPath userPath_{user.path().c_str(), PathKind::folder};
-    FNPath modulePath_{module.path().c_str(), PathKind::folder};
+    static FNPath pathOf(const testing_support::ScratchFolder& folder) {
+        const auto text = platform::fromNativePath(testing_support::utf8OfPath(folder.path()));
+        return FNPath(FStringRef(text->c_str()), PathKind::folder);
+    }
+
+    FNPath userPath_ = pathOf(user);
+    FNPath modulePath_ = pathOf(module);
     FString vendor_;
 };
 

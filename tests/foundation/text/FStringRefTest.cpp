@@ -3,6 +3,7 @@
 #include "foundation/text/FString.h"
 #include "foundation/text/FVariant.h"
 #include "support/StringObjects.h"
+#include "support/SystemText.h"
 
 #include <gtest/gtest.h>
 
@@ -11,6 +12,9 @@
 
 namespace tessera {
 namespace {
+
+using testing_support::systemBytes;
+using testing_support::whyNoUtf8;
 
 TEST(FStringRef, ADefaultViewIsNullAndNarrow) {
     const FStringRef view;
@@ -142,14 +146,17 @@ TEST(FStringRef, CodeUnitsAreClassifiedByTheirMeaning) {
 
 TEST(FStringRef, WhiteSpaceAndBlanksAreTwoSetsOfCodeUnits) {
     const auto isWhiteSpace = [](std::uint32_t c) {
-        return (c >= 9 && c <= 13) || c == 32 || c == 0x85 || c == 0xa0 || c == 0x1680 ||
-               (c >= 0x2000 && c <= 0x200a) || c == 0x2028 || c == 0x2029 || c == 0x202f || c == 0x205f || c == 0x3000;
+        return (c >= 9 && c <= 13) || c == 32 || c == 0xa0 || c == 0x1680 || (c >= 0x2000 && c <= 0x200a) ||
+               c == 0x2028 || c == 0x2029 || c == 0x202f || c == 0x205f || c == 0x3000;
     };
     const auto isBlank = [](std::uint32_t c) {
         return c == 32 || c == 160 || (c >= 8194 && c <= 8203) || c == 8239 || c == 8287 || c == 12288;
     };
+    constexpr std::uint32_t kNextLine = 0x85; // in which systems differ
     for (std::uint32_t c = 0; c < 0x10000; ++c) {
-        ASSERT_EQ(FStringRef::isSpace(static_cast<char16_t>(c)), isWhiteSpace(c)) << c;
+        if (c != kNextLine) {
+            ASSERT_EQ(FStringRef::isSpace(static_cast<char16_t>(c)), isWhiteSpace(c)) << c;
+        }
         ASSERT_EQ(FStringRef::isBlank(static_cast<char16_t>(c)), isBlank(c)) << c;
     }
 }
@@ -171,15 +178,23 @@ TEST(FStringRef, CopyingOutTerminatesAndCounts) {
 }
 
 TEST(FStringRef, CopyingOutConvertsAndStaysWithinTheCount) {
+    const std::string etude = systemBytes(u"\u00e9tude");
     char bytes[16];
-    EXPECT_EQ(FStringRef(u"\u00e9tude").copyTo8(bytes), 6);
-    EXPECT_STREQ(bytes, "\xc3\xa9tude");
+    EXPECT_EQ(FStringRef(u"\u00e9tude").copyTo8(bytes), static_cast<std::int32_t>(etude.size()));
+    EXPECT_EQ(bytes, etude);
     EXPECT_EQ(FStringRef(u"a\u00e9tude").copyTo8(bytes, 0, 3), 3);
-    EXPECT_STREQ(bytes, "a\xc3\xa9");
+    EXPECT_EQ(bytes, systemBytes(u"a\u00e9tude").substr(0, 3));
 
     char16_t units[16];
-    EXPECT_EQ(FStringRef("\xc3\xa9tude").copyTo16(units), 5);
+    EXPECT_EQ(FStringRef(etude.c_str()).copyTo16(units), 5);
     EXPECT_EQ(std::u16string_view(units), u"\u00e9tude");
+}
+
+TEST(FStringRef, CopyingOutWhatCantBeWidenedGivesNothing) {
+    if (const char* reason = whyNoUtf8()) {
+        GTEST_SKIP() << reason;
+    }
+    char16_t units[16];
     EXPECT_EQ(FStringRef("\xff").copyTo16(units), 0);
     EXPECT_EQ(std::u16string_view(units), u"");
 }
@@ -222,7 +237,7 @@ TEST(FStringRef, AWideTextIsSentNarrowedToWhoTakesBytesAlone) {
     test::ByteStringObject target;
     const FString text(u"caf\u00e9");
     text.sendTo(target);
-    EXPECT_EQ(target.received, "caf\xc3\xa9");
+    EXPECT_EQ(target.received, systemBytes(u"caf\u00e9"));
     EXPECT_TRUE(text.isWide()) << "the sender keeps its width";
     EXPECT_EQ(target.references, 1);
 }

@@ -4,6 +4,7 @@
 #include "persistence/attributes/FAttrBuffer.h"
 #include "persistence/objects/DocumentSupport.h"
 #include "persistence/xml/FXmlParser.h"
+#include "support/SystemText.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -93,12 +94,15 @@ TEST(FXmlObjectWriter, RawTextsAreWrittenLikeOwnOnes) {
 TEST(FXmlObjectWriter, WideNamesAreWrittenInEightBits) {
     FAttributes values;
     values.setInt(u"Größe", 1);
-    EXPECT_EQ(membersOf(values), "   <int name=\"Gr&#xc3;&#xb6;&#xc3;&#x9f;e\" value=\"1\"/>\r\n");
+    const bool isUtf8 = testing_support::whyNoUtf8() == nullptr;
+    const std::string name = isUtf8 ? "Gr&#xc3;&#xb6;&#xc3;&#x9f;e" : "Gr&#xf6;&#xdf;e";
+    EXPECT_EQ(membersOf(values), "   <int name=\"" + name + "\" value=\"1\"/>\r\n");
 }
 
 TEST(FXmlObjectWriter, TextsInListsGoOutInUtf8WhateverTheirWidth) {
+    const std::string narrow = testing_support::systemBytes(u"ä $");
     FAttributes values;
-    values.appendString("narrow", "\xC3\xA4 $", FAttributes::TextHolding::byReference);
+    values.appendString("narrow", narrow.c_str(), FAttributes::TextHolding::byReference);
     values.appendString("narrow", u"ä $", FAttributes::TextHolding::byReference);
     EXPECT_EQ(membersOf(values), lines({"   <list name=\"narrow\" type=\"string\">", "      <item value=\"ä $\"/>",
                                         "      <item value=\"ä $\"/>", "   </list>"}));

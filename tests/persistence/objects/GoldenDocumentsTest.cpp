@@ -5,6 +5,7 @@
 #include "persistence/attributes/FFloatList.h"
 #include "persistence/attributes/FIntList.h"
 #include "persistence/attributes/FSubList.h"
+#include "support/SystemText.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -82,6 +83,10 @@ struct Tolerated {
 class ToleratedDocuments : public testing::TestWithParam<Tolerated> {};
 
 TEST_P(ToleratedDocuments, AreWrittenInTheOneForm) {
+    const char* const noUtf8 = testing_support::whyNoUtf8();
+    if (noUtf8 != nullptr && std::string_view(GetParam().read) == "NarrowTexts.xml") {
+        GTEST_SKIP() << noUtf8;
+    }
     EXPECT_EQ(rewritten(goldenText(std::string("read/") + GetParam().read), "Project"),
               goldenText(std::string("read/") + GetParam().written));
 }

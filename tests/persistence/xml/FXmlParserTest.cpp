@@ -2,6 +2,7 @@
 
 #include "persistence/xml/OddStreams.h"
 #include "persistence/xml/RecordingParser.h"
+#include "support/SystemText.h"
 
 #include <gtest/gtest.h>
 
@@ -156,6 +157,9 @@ TEST(FXmlParser, TheSecondColumnIsUsedIfTold) {
 }
 
 TEST(FXmlParser, AHighByteFromAnEntityWidensTheValueIfToldAndIfItMeansSomething) {
+    if (const char* reason = testing_support::whyNoUtf8()) {
+        GTEST_SKIP() << reason;
+    }
     TextParser parser("<a v=\"&#xC3;&#xA9;\"/><b v=\"\xC3\xA9\"/><c v=\"&#233;\"/>");
     parser.setOption(FXmlOption::widenEntityValues, true);
     std::vector<FString> values;
@@ -169,6 +173,24 @@ TEST(FXmlParser, AHighByteFromAnEntityWidensTheValueIfToldAndIfItMeansSomething)
     EXPECT_EQ(values[0].view16(), u"\u00E9");
     EXPECT_EQ(values[1].view8(), "\xC3\xA9") << "bytes that stand there stay";
     EXPECT_EQ(values[2].view8(), "\xE9") << "this is no text of the system's code page";
+}
+
+TEST(FXmlParser, WhereEveryByteIsACharacterEachEntityWidensTheValue) {
+    if (const char* reason = testing_support::whyNotWestern()) {
+        GTEST_SKIP() << reason;
+    }
+    TextParser parser("<a v=\"&#xC3;&#xA9;\"/><b v=\"\xC3\xA9\"/><c v=\"&#233;\"/>");
+    parser.setOption(FXmlOption::widenEntityValues, true);
+    std::vector<FString> values;
+    parser.onStart = [&](const std::string&, bool, void*) {
+        values.push_back(parser.lastValue);
+        return true;
+    };
+    ASSERT_TRUE(parser.parse(nullptr));
+    ASSERT_EQ(values.size(), 3u);
+    EXPECT_EQ(values[0].view16(), u"\u00C3\u00A9");
+    EXPECT_EQ(values[1].view8(), "\xC3\xA9") << "bytes that stand there stay";
+    EXPECT_EQ(values[2].view16(), u"\u00E9");
 }
 
 TEST(FXmlParser, AttributesAreRecycledUnlessTheReaderKeepsThem) {

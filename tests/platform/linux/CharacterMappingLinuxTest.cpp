@@ -12,6 +12,10 @@ TEST(CharacterMappingLinux, TheNextLineIsWhiteSpace) {
     EXPECT_TRUE(isWhiteSpace(u'\u0085'));
 }
 
+TEST(CharacterMappingLinux, TheKelvinSignIsACapitalK) {
+    EXPECT_EQ(lowerCase(u'\u212a'), u'k');
+}
+
 TEST(CharacterMappingLinux, ComposeKeepsLoneHalves) {
     const std::u16string text = {static_cast<char16_t>(0xd83d), u'e', u'\u0301'};
     char16_t target[8];

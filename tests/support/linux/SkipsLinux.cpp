@@ -14,4 +14,12 @@ const char* whyNoCaseInNames() {
     return nullptr;
 }
 
+const char* whyNoLanguageInVariables() {
+    return nullptr;
+}
+
+const char* whyNoFileSizeLimit() {
+    return nullptr;
+}
+
 } // namespace tessera::testing_support

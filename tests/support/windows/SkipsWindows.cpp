@@ -14,4 +14,12 @@ const char* whyNoCaseInNames() {
     return "one name in two cases is one file here";
 }
 
+const char* whyNoLanguageInVariables() {
+    return "the language is a setting of the system here, and no variable changes it";
+}
+
+const char* whyNoFileSizeLimit() {
+    return "no process here can limit the length of its files";
+}
+
 } // namespace tessera::testing_support
