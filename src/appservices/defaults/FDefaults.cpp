@@ -4,6 +4,7 @@
 #include "persistence/attributes/FAttributes.h"
 #include "persistence/attributes/FXmlObject.h"
 #include "persistence/attributes/FloatToInteger.h"
+#include "persistence/objects/FKeptNames.h"
 
 namespace tessera {
 
@@ -58,7 +59,10 @@ FStringIDAttribute* FDefaults::obtain(const FStringRef& key) {
         return nullptr;
     }
     makeValues();
-    auto value = FRefPtr<FStringIDAttribute>::adopt(new FStringIDAttribute(form));
+    // Many groups have the same keys, mostly.
+    const FStringRef kept = FKeptNames::find(form.view8());
+    auto value = FRefPtr<FStringIDAttribute>::adopt(
+        kept.isNull() ? new FStringIDAttribute(form) : new FStringIDAttribute(kept, KeyHolding::constant));
     return values_->add(value.get()) ? value.detach() : nullptr;
 }
 

@@ -1,7 +1,7 @@
 // FKeptNames: names of values that stay in memory to the end of the process, so that the records of all documents that
-// are read can point at one copy.
+// are read, and of all settings, can point at one copy.
 //
-// Documents say the same few names over and over. The table is bounded, so that a document of odd names can't fill the
+// They say the same few names over and over. The table is bounded, so that a document of odd names can't fill the
 // memory: what finds no room, or is long, isn't kept, and the caller makes a copy of its own. From any thread, without
 // a lock.
 #pragma once
