@@ -9,6 +9,8 @@ pkg_check_modules(tinyxml2 REQUIRED IMPORTED_TARGET tinyxml2)
 pkg_check_modules(sndfile REQUIRED IMPORTED_TARGET sndfile)
 find_package(CLI11 REQUIRED)
 if(WIN32)
+    # Windows's own.
+    set(TESX_WINDOWS_LIBRARIES ole32 uuid shell32 advapi32 user32 ntdll)
     # Linked statically; their headers would declare imports otherwise.
     target_compile_definitions(PkgConfig::nanomsg INTERFACE NN_STATIC_LIB=ON)
     target_compile_definitions(PkgConfig::expat INTERFACE XML_STATIC)

@@ -6,10 +6,15 @@
 include(CMakePackageConfigHelpers)
 
 set(framework_layers platform foundation persistence appservices components discovery exportscripts wire)
-set(framework_libraries_platform Threads::Threads utf8proc md ${CMAKE_DL_LIBS})
 set(framework_libraries_persistence expat)
 set(framework_libraries_exportscripts tinyxml2)
 set(framework_libraries_wire nanomsg)
+if(WIN32)
+    set(framework_libraries_platform Threads::Threads ${TESX_WINDOWS_LIBRARIES})
+    list(APPEND framework_libraries_wire ws2_32 mswsock)
+else()
+    set(framework_libraries_platform Threads::Threads utf8proc md ${CMAKE_DL_LIBS})
+endif()
 
 foreach(layer IN LISTS framework_layers)
     add_library(archive_${layer} STATIC $<TARGET_OBJECTS:tesx_${layer}>)
