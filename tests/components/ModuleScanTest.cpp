@@ -152,6 +152,17 @@ TEST_F(ModuleScan, NoticesAModuleReplacedOnTheSameDay) {
     EXPECT_FALSE(knows(2));
 }
 
+TEST_F(ModuleScan, NothingIsLeftOfWhatWasRememberedOfAnotherModule) {
+    putAs("m.shlb", "many");
+    scan();
+    EXPECT_TRUE(section("m.shlb")->has("Class 01 - CID"));
+    putAs("m.shlb", "remembered");
+    makeOlder("m.shlb");
+    EXPECT_EQ(scanAgain(), 1);
+    EXPECT_TRUE(section("m.shlb")->has("Class 00 - CID"));
+    EXPECT_FALSE(section("m.shlb")->has("Class 01 - CID"));
+}
+
 TEST_F(ModuleScan, WithoutTheCacheLoadsEach) {
     put("remembered");
     scan();

@@ -61,6 +61,8 @@ TEST(ChangeBatch, HalvesThatDontFollowEachOtherDirectlyAreNoRename) {
     EXPECT_EQ(eventsOf({{4, "old"}, {1, "a"}, {5, "new"}}), gone);
     const std::vector<ChangeEvent> swapped = {{ChangeKind::added, "/f/new", ""}, {ChangeKind::added, "/f/old", ""}};
     EXPECT_EQ(eventsOf({{5, "new"}, {4, "old"}}, allExists), swapped);
+    const std::vector<ChangeEvent> arrivals = {{ChangeKind::added, "/f/a", ""}, {ChangeKind::added, "/f/b", ""}};
+    EXPECT_EQ(eventsOf({{5, "a"}, {5, "b"}}, allExists), arrivals);
     const std::vector<ChangeEvent> twice = {{ChangeKind::removed, "/f/a", ""}, {ChangeKind::renamed, "/f/b", "/f/c"}};
     EXPECT_EQ(eventsOf({{4, "a"}, {4, "b"}, {5, "c"}}), twice);
 }
