@@ -36,7 +36,9 @@ public:
             return;
         }
         if (only_ != nullptr) {
-            all_ = {std::exchange(only_, nullptr)};
+            // Room for both first: without memory nothing has changed.
+            all_.reserve(2);
+            all_.push_back(std::exchange(only_, nullptr));
         }
         all_.push_back(dependent);
     }
