@@ -61,8 +61,8 @@ FStringIDAttribute* FDefaults::obtain(const FStringRef& key) {
     makeValues();
     // Many groups have the same keys, mostly.
     const FStringRef kept = FKeptNames::find(form.view8());
-    auto value = FRefPtr<FStringIDAttribute>::adopt(
-        kept.isNull() ? new FStringIDAttribute(form) : new FStringIDAttribute(kept, KeyHolding::constant));
+    auto value = FRefPtr<FStringIDAttribute>::adopt(kept.isNull() ? new FStringIDAttribute(form)
+                                                                  : new FStringIDAttribute(kept, KeyHolding::constant));
     return values_->add(value.get()) ? value.detach() : nullptr;
 }
 
