@@ -11,6 +11,9 @@ struct ErrorNumbers {
     // Of a path whose folder isn't there, or is a file.
     std::int32_t missingFolder;
     std::int32_t fileOnTheWay;
+    // Of what should be a folder and is a file, and the other way round.
+    std::int32_t notAFolder;
+    std::int32_t aFolder;
     std::int32_t longName;
     std::int32_t fullDisk;
     std::int32_t usedUpShare;

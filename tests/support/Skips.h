@@ -9,8 +9,8 @@ namespace tessera::testing_support {
 // Links that the standard library makes and sees.
 const char* whyNoSymbolicLinks();
 
-// A backslash is a character of a name like any other.
-const char* whyNoBackslashInNames();
+// A backslash or a colon is a character of a name like any other.
+const char* whyNoOddNames();
 
 // Names that differ in case alone are two files.
 const char* whyNoCaseInNames();

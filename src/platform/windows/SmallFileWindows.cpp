@@ -28,6 +28,23 @@ File openPlain(const std::wstring& path, DWORD access, DWORD disposition, std::i
     return file;
 }
 
+// Such a file refuses even to be asked.
+bool isDeleted(const std::wstring& path) {
+    return ::GetFileAttributesW(path.c_str()) == INVALID_FILE_ATTRIBUTES && ::GetLastError() == ERROR_ACCESS_DENIED;
+}
+
+// A file that was deleted while somebody reads it keeps its name until the reader is done, and can't be opened so long.
+File openWhenFree(const std::wstring& path, std::int32_t& error) {
+    constexpr int kTries = 50;
+    constexpr DWORD kPauseMs = 2;
+    File file = openPlain(path, GENERIC_WRITE, OPEN_EXISTING, error);
+    for (int i = 0; i < kTries && error == ERROR_ACCESS_DENIED && isDeleted(path); ++i) {
+        ::Sleep(kPauseMs);
+        file = openPlain(path, GENERIC_WRITE, OPEN_EXISTING, error);
+    }
+    return file;
+}
+
 bool writeOver(File& file, std::string_view bytes) {
     const auto size = static_cast<std::int64_t>(bytes.size());
     std::int32_t error = 0;
@@ -79,7 +96,7 @@ std::optional<std::string> readSmallFile(const std::string& path, std::size_t li
 bool writeSmallFile(const std::string& path, std::string_view bytes) {
     const std::wstring name = systemPath(path);
     std::int32_t error = 0;
-    File present = openPlain(name, GENERIC_WRITE, OPEN_EXISTING, error);
+    File present = openWhenFree(name, error);
     if (present.isOpen()) {
         return writeOver(present, bytes);
     }

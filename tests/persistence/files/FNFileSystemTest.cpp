@@ -20,8 +20,8 @@ namespace {
 namespace fs = std::filesystem;
 using testing_support::kErrorNumbers;
 using testing_support::setModified;
-using testing_support::whyNoBackslashInNames;
 using testing_support::whyNoCaseInNames;
+using testing_support::whyNoOddNames;
 using testing_support::whyNoSymbolicLinks;
 
 TEST_F(FNFileSystemTest, IsTheOneOfTheProcess) {
@@ -219,7 +219,7 @@ TEST_F(FNFileSystemTest, OnlyFoldersAreDeletedAsFolders) {
 }
 
 TEST_F(FNFileSystemTest, AFolderWithANameThatHasNoPathFormStays) {
-    if (const char* reason = whyNoBackslashInNames()) {
+    if (const char* reason = whyNoOddNames()) {
         GTEST_SKIP() << reason;
     }
     scratch_.write("folder/back\\slash.txt", "x");
@@ -493,7 +493,7 @@ TEST_F(FNFileSystemTest, ANameThatOnlyBeginsLikeTheSourceIsAnotherFolder) {
 }
 
 TEST_F(FNFileSystemTest, ACopyThatWouldLackSomethingIsNone) {
-    if (const char* reason = whyNoBackslashInNames()) {
+    if (const char* reason = whyNoOddNames()) {
         GTEST_SKIP() << reason;
     }
     scratch_.write("source/a.txt", "a");

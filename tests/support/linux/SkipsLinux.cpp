@@ -6,7 +6,7 @@ const char* whyNoSymbolicLinks() {
     return nullptr;
 }
 
-const char* whyNoBackslashInNames() {
+const char* whyNoOddNames() {
     return nullptr;
 }
 

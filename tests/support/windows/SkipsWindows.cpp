@@ -6,8 +6,8 @@ const char* whyNoSymbolicLinks() {
     return "the standard library of this compiler neither makes nor sees links here";
 }
 
-const char* whyNoBackslashInNames() {
-    return "a backslash ends a folder's name here";
+const char* whyNoOddNames() {
+    return "a backslash or a colon can't stand in a name here";
 }
 
 const char* whyNoCaseInNames() {

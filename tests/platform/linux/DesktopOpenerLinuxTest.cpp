@@ -16,9 +16,9 @@ namespace {
 namespace fs = std::filesystem;
 
 // An opener of the desktop's name that notes what it is asked to open.
-class DesktopOpenerTest : public testing::Test {
+class DesktopOpenerLinuxTest : public testing::Test {
 protected:
-    DesktopOpenerTest() {
+    DesktopOpenerLinuxTest() {
         const fs::path opener = scratch_.write("bin/xdg-open", "#!/bin/sh\nprintf '%s|%s' \"$#\" \"$1\" > '" +
                                                                    (scratch_ / "asked.part").string() + "'\nmv '" +
                                                                    (scratch_ / "asked.part").string() + "' '" +
@@ -36,22 +36,22 @@ protected:
     testing_support::ScopedEnvironment path_{"PATH", (scratch_ / "bin").string() + ":" + std::getenv("PATH")};
 };
 
-TEST_F(DesktopOpenerTest, OpensADocumentByItsPath) {
+TEST_F(DesktopOpenerLinuxTest, OpensADocumentByItsPath) {
     EXPECT_TRUE(openDocument(u"\\home\\me\\My Song; \u00FC.wav"));
     EXPECT_EQ(asked(), "1|/home/me/My Song; \xC3\xBC.wav");
 }
 
-TEST_F(DesktopOpenerTest, ShowsAFileByOpeningItsFolder) {
+TEST_F(DesktopOpenerLinuxTest, ShowsAFileByOpeningItsFolder) {
     EXPECT_TRUE(showInFolder(u"\\home\\me\\song.wav"));
     EXPECT_EQ(asked(), "1|/home/me/");
 }
 
-TEST_F(DesktopOpenerTest, OpensAnAddress) {
+TEST_F(DesktopOpenerLinuxTest, OpensAnAddress) {
     EXPECT_TRUE(openAddress("https://example.org/?a=b&c"));
     EXPECT_EQ(asked(), "1|https://example.org/?a=b&c");
 }
 
-TEST_F(DesktopOpenerTest, WhatCouldBeTakenForASwitchIsRefused) {
+TEST_F(DesktopOpenerLinuxTest, WhatCouldBeTakenForASwitchIsRefused) {
     EXPECT_FALSE(openAddress("--help"));
     EXPECT_FALSE(openAddress(""));
     EXPECT_FALSE(openDocument(u"-x"));
@@ -60,7 +60,7 @@ TEST_F(DesktopOpenerTest, WhatCouldBeTakenForASwitchIsRefused) {
     EXPECT_FALSE(showInFolder(u"C:\\drive"));
 }
 
-TEST_F(DesktopOpenerTest, ADesktopWithoutAnOpenerOpensNothing) {
+TEST_F(DesktopOpenerLinuxTest, ADesktopWithoutAnOpenerOpensNothing) {
     const testing_support::ScopedEnvironment nowhere("PATH", (scratch_ / "empty").string());
     EXPECT_FALSE(openDocument(u"\\home\\me\\song.wav"));
 }
