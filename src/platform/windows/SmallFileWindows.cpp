@@ -33,26 +33,17 @@ bool isDeleted(const std::wstring& path) {
     return ::GetFileAttributesW(path.c_str()) == INVALID_FILE_ATTRIBUTES && ::GetLastError() == ERROR_ACCESS_DENIED;
 }
 
-// A file that was deleted while somebody reads it keeps its name until the reader is done, and can't be opened so long.
-File openWhenFree(const std::wstring& path, std::int32_t& error) {
-    constexpr int kTries = 50;
-    constexpr DWORD kPauseMs = 2;
-    File file = openPlain(path, GENERIC_WRITE, OPEN_EXISTING, error);
-    for (int i = 0; i < kTries && error == ERROR_ACCESS_DENIED && isDeleted(path); ++i) {
-        ::Sleep(kPauseMs);
-        file = openPlain(path, GENERIC_WRITE, OPEN_EXISTING, error);
-    }
-    return file;
-}
-
 bool writeOver(File& file, std::string_view bytes) {
     const auto size = static_cast<std::int64_t>(bytes.size());
     std::int32_t error = 0;
-    return file.write(bytes.data(), size, error) == size && file.truncate(size, error);
+    // Moving the end can show for a moment; where it stands right it is left alone.
+    return file.write(bytes.data(), size, error) == size && (file.size(error) == size || file.truncate(size, error));
 }
 
+enum class Published { yes, nameTaken, failed };
+
 // Written under another name first, so that nobody meets it half done.
-bool publishNew(const std::wstring& path, std::string_view bytes) {
+Published publishNew(const std::wstring& path, std::string_view bytes) {
     std::int32_t error = 0;
     const std::wstring part = path.substr(0, path.rfind(L'\\') + 1) + wideText(unfinishedName());
     bool whole = false;
@@ -61,10 +52,10 @@ bool publishNew(const std::wstring& path, std::string_view bytes) {
         whole = file.isOpen() && writeOver(file, bytes);
     }
     if (whole && ::MoveFileW(part.c_str(), path.c_str())) {
-        return true;
+        return Published::yes;
     }
     ::DeleteFileW(part.c_str());
-    return false;
+    return whole ? Published::nameTaken : Published::failed;
 }
 
 } // namespace
@@ -95,20 +86,27 @@ std::optional<std::string> readSmallFile(const std::string& path, std::size_t li
 
 bool writeSmallFile(const std::string& path, std::string_view bytes) {
     const std::wstring name = systemPath(path);
-    std::int32_t error = 0;
-    File present = openWhenFree(name, error);
-    if (present.isOpen()) {
-        return writeOver(present, bytes);
+    // A file that was deleted while somebody reads it keeps its name until the reader is done, and somebody else may be
+    // quicker with a new one.
+    constexpr int kTries = 50;
+    constexpr DWORD kPauseMs = 2;
+    for (int i = 0; i < kTries; ++i) {
+        std::int32_t error = 0;
+        File present = openPlain(name, GENERIC_WRITE, OPEN_EXISTING, error);
+        if (present.isOpen()) {
+            return writeOver(present, bytes);
+        }
+        if (error == ERROR_FILE_NOT_FOUND) {
+            const Published published = publishNew(name, bytes);
+            if (published != Published::nameTaken) {
+                return published == Published::yes;
+            }
+        } else if (error != ERROR_ACCESS_DENIED || !isDeleted(name)) {
+            return false;
+        }
+        ::Sleep(kPauseMs);
     }
-    if (error != ERROR_FILE_NOT_FOUND) {
-        return false;
-    }
-    if (publishNew(name, bytes)) {
-        return true;
-    }
-    // Somebody else was quicker.
-    File made = openPlain(name, GENERIC_WRITE, OPEN_ALWAYS, error);
-    return made.isOpen() && writeOver(made, bytes);
+    return false;
 }
 
 } // namespace tessera::platform
