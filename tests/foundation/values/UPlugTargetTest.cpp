@@ -79,10 +79,10 @@ TEST(UPlugTarget, WhatIsNoValueReachesNoOwner) {
     Owner owner;
     UPlugTarget target(&owner);
     CmObject plain;
+    NumberOnly number;
     FMessage message("BeginEdit");
     message.setObject("Value", &plain, false);
     EXPECT_EQ(target.receiveMessage(&message), 1);
-    NumberOnly number;
     message.setObject("Value", static_cast<CmObject*>(&number), false);
     EXPECT_EQ(target.receiveMessage(&message), 1);
     EXPECT_TRUE(owner.calls.empty());
