@@ -69,6 +69,16 @@ std::wstring systemForm(std::wstring path, std::size_t limit) {
     return full.size() < limit ? path : longForm(full);
 }
 
+// "\\server\share\" of a path on a share, else empty.
+std::wstring shareRootOf(const std::wstring& path) {
+    const bool isShare = path.starts_with(kSharePrefix) && !path.starts_with(kLongPrefix);
+    const std::size_t server = isShare ? path.find(kSeparator, kSharePrefix.size()) : path.npos;
+    if (server == path.npos) {
+        return {};
+    }
+    return path.substr(0, path.find(kSeparator, server + 1)).append(1, kSeparator);
+}
+
 } // namespace
 
 std::wstring systemPath(std::u16string_view path, std::size_t limit) {
@@ -90,10 +100,11 @@ std::wstring volumeRootOf(const std::wstring& path) {
     // The root is never longer than the path and a separator.
     std::wstring root(std::max<std::size_t>(path.size() + 2, MAX_PATH), L'\0');
     if (path.empty() || !::GetVolumePathNameW(path.c_str(), root.data(), static_cast<DWORD>(root.size()))) {
-        return {};
+        return shareRootOf(path);
     }
     root.resize(root.find(L'\0'));
-    return root;
+    // One volume has one root, however long the path was.
+    return wideText(withoutLongPrefix(root));
 }
 
 std::int32_t lastSystemError() {
