@@ -37,6 +37,22 @@ TEST(CharacterMapping, WhatHasNoSingleOtherCaseStays) {
     EXPECT_EQ(lowerCase(u'\0'), u'\0');
 }
 
+TEST(CharacterMapping, BytesOfAsciiMapToTheirOtherCase) {
+    EXPECT_EQ(lowerCase('Q'), 'q');
+    EXPECT_EQ(upperCase('q'), 'Q');
+    EXPECT_EQ(lowerCase('q'), 'q');
+    EXPECT_EQ(upperCase('['), '[');
+    EXPECT_EQ(upperCase('\0'), '\0');
+}
+
+TEST(CharacterMapping, ComparisonsFoldAsciiAtLeast) {
+    EXPECT_EQ(comparisonCase(u'Q'), u'q');
+    EXPECT_EQ(comparisonCase(u'7'), u'7');
+    for (const char16_t c : {u'\u00c4', u'\u0416', u'\u03a9'}) {
+        EXPECT_EQ(comparisonCase(c), comparesByLowerCase() ? lowerCase(c) : c);
+    }
+}
+
 TEST(CharacterMapping, ClassesFollowTheCharacter) {
     EXPECT_TRUE(isLetter(u'\u00e9'));
     EXPECT_TRUE(isLetter(u'\u97f3'));

@@ -22,6 +22,15 @@ private:
 
 } // namespace
 
+char FCaseFold::foldBeyondAscii(char c) {
+    return platform::lowerCase(c);
+}
+
+char16_t FCaseFold::foldTextBeyondAscii(char16_t c) {
+    static const bool byLowerCase = platform::comparesByLowerCase();
+    return byLowerCase ? foldBeyondAscii(c) : platform::comparisonCase(c);
+}
+
 char16_t FCaseFold::foldBeyondAscii(char16_t c) {
     // Not given back at the end: destructors of other statics still compare text.
     static const FoldTable& table = *new FoldTable;

@@ -501,7 +501,7 @@ namespace {
 constexpr auto kLowerWide = [](char16_t c) { return FCaseFold::fold(c); };
 constexpr auto kLowerNarrow = [](char c) { return FCaseFold::fold(c); };
 constexpr auto kUpperWide = [](char16_t c) { return platform::upperCase(c); };
-constexpr auto kUpperNarrow = [](char c) { return FStringRef::isLower(c) ? static_cast<char>(c - 32) : c; };
+constexpr auto kUpperNarrow = [](char c) { return platform::upperCase(c); };
 
 } // namespace
 

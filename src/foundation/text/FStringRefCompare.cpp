@@ -107,10 +107,10 @@ int compareNaturally(std::basic_string_view<Character> textA, std::basic_string_
         if (left == 0 || right == 0) {
             return left != 0 ? 1 : right != 0 ? -1 : 0;
         }
-        if (!FCaseFold::equal(left, right, folding)) {
+        if (!FCaseFold::equalInText(left, right, folding)) {
             const bool folds = folding == FCase::ignore;
-            const auto l = folds ? FCaseFold::fold(left) : left;
-            const auto r = folds ? FCaseFold::fold(right) : right;
+            const auto l = folds ? FCaseFold::foldInText(left) : left;
+            const auto r = folds ? FCaseFold::foldInText(right) : right;
             return std::char_traits<Character>::lt(l, r) ? -1 : 1;
         }
         a.advance();

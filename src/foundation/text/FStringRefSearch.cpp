@@ -50,7 +50,7 @@ std::int32_t findBackward(std::basic_string_view<Character> text, std::int32_t s
         return kMissing;
     }
     for (std::size_t i = searchStart(text.size(), start) + 1; i-- > 0;) {
-        if (FCaseFold::equal(text[i], needle.front(), folding) &&
+        if (FCaseFold::equalInText(text[i], needle.front(), folding) &&
             FTextScan::compare(text.substr(i, needle.size()), needle, folding) == 0) {
             return static_cast<std::int32_t>(i);
         }

@@ -65,7 +65,8 @@ std::size_t nextStop(const Character* a, const Character* b, std::size_t i, std:
         }
     }
     for (; i < size; ++i) {
-        if (a[i] == 0 || (Folding == FCase::ignore ? FCaseFold::fold(a[i]) != FCaseFold::fold(b[i]) : a[i] != b[i])) {
+        if (a[i] == 0 ||
+            (Folding == FCase::ignore ? FCaseFold::foldInText(a[i]) != FCaseFold::foldInText(b[i]) : a[i] != b[i])) {
             return i;
         }
     }
@@ -76,7 +77,7 @@ std::size_t nextStop(const Character* a, const Character* b, std::size_t i, std:
 template <class Character, FCase Folding>
 Character characterAt(std::basic_string_view<Character> text, std::size_t i) {
     const Character c = i < text.size() ? text[i] : Character{0};
-    return Folding == FCase::ignore ? FCaseFold::fold(c) : c;
+    return Folding == FCase::ignore ? FCaseFold::foldInText(c) : c;
 }
 
 // Where the two differ, or the first NUL that both have there.
@@ -182,7 +183,7 @@ std::size_t findByComparing(std::basic_string_view<Character> text, std::basic_s
                             std::size_t limit, FCase folding) {
     const Character first = needle.front();
     for (std::size_t i = 0; i < limit; ++i) {
-        if (FCaseFold::equal(text[i], first, folding) &&
+        if (FCaseFold::equalInText(text[i], first, folding) &&
             compareAny(text.substr(i, needle.size()), needle, folding) == 0) {
             return i;
         }

@@ -77,6 +77,22 @@ char16_t upperCase(char16_t c) {
     return oneUnit(utf8proc_toupper(static_cast<utf8proc_int32_t>(c)), c);
 }
 
+char lowerCase(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+char upperCase(char c) {
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
+
+char16_t comparisonCase(char16_t c) {
+    return lowerCase(c);
+}
+
+bool comparesByLowerCase() {
+    return true;
+}
+
 bool isLetter(char16_t c) {
     return isLetterCategory(category(c));
 }

@@ -4,14 +4,17 @@
 
 #include <climits>
 #include <cwctype>
+#include <type_traits>
 #include <windows.h>
 
 namespace tessera::platform {
 namespace {
 
-// The two calls take a single character in the place of a pointer, and give it back so.
-char16_t mapped(LPWSTR (*WINAPI map)(LPWSTR), char16_t c) {
-    return static_cast<char16_t>(reinterpret_cast<ULONG_PTR>(map(reinterpret_cast<LPWSTR>(ULONG_PTR{c}))));
+// The calls take a single character in the place of a pointer, and give it back so.
+template <class Text, class Character>
+Character mapped(Text (*WINAPI map)(Text), Character c) {
+    const auto unit = ULONG_PTR{std::make_unsigned_t<Character>(c)};
+    return static_cast<Character>(reinterpret_cast<ULONG_PTR>(map(reinterpret_cast<Text>(unit))));
 }
 
 } // namespace
@@ -22,6 +25,23 @@ char16_t lowerCase(char16_t c) {
 
 char16_t upperCase(char16_t c) {
     return mapped(::CharUpperW, c);
+}
+
+char lowerCase(char c) {
+    return mapped(::CharLowerA, c);
+}
+
+char upperCase(char c) {
+    return mapped(::CharUpperA, c);
+}
+
+// As _wcsicmp does: by the locale of the runtime, in which nobody but ASCII has a case as long as no one sets another.
+char16_t comparisonCase(char16_t c) {
+    return static_cast<char16_t>(std::towlower(c));
+}
+
+bool comparesByLowerCase() {
+    return false;
 }
 
 bool isLetter(char16_t c) {

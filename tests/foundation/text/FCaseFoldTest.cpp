@@ -1,16 +1,43 @@
 #include "foundation/text/FCaseFold.h"
 
+#include "platform/CharacterMapping.h"
+#include "support/SystemText.h"
+
 #include <gtest/gtest.h>
 
 namespace tessera {
 namespace {
 
-TEST(FCaseFold, BytesFoldByAsciiAlone) {
+TEST(FCaseFold, BytesFoldByAscii) {
     EXPECT_EQ(FCaseFold::fold('A'), 'a');
     EXPECT_EQ(FCaseFold::fold('Z'), 'z');
     EXPECT_EQ(FCaseFold::fold('@'), '@');
     EXPECT_EQ(FCaseFold::fold('['), '[');
+    EXPECT_EQ(FCaseFold::foldInText('A'), 'a');
+    EXPECT_EQ(FCaseFold::foldInText('\xc4'), '\xc4');
+}
+
+TEST(FCaseFold, ABytePartOfALongerCharacterStays) {
+    if (const char* reason = testing_support::whyNoUtf8()) {
+        GTEST_SKIP() << reason;
+    }
     EXPECT_EQ(FCaseFold::fold('\xc4'), '\xc4');
+}
+
+TEST(FCaseFold, AByteThatIsALetterOfTheCodePageFolds) {
+    if (const char* reason = testing_support::whyNotWestern()) {
+        GTEST_SKIP() << reason;
+    }
+    EXPECT_EQ(FCaseFold::fold('\xc4'), '\xe4');
+    EXPECT_EQ(FCaseFold::fold('\xd7'), '\xd7');
+}
+
+TEST(FCaseFold, InTextsFoldsTheLettersThatTheSystemComparesSo) {
+    EXPECT_EQ(FCaseFold::foldInText(u'Q'), u'q');
+    EXPECT_EQ(FCaseFold::foldInText(u'\u20ac'), u'\u20ac');
+    EXPECT_EQ(FCaseFold::foldInText(u'\u00c4'), platform::comparesByLowerCase() ? u'\u00e4' : u'\u00c4');
+    EXPECT_TRUE(FCaseFold::equalInText(u'Q', u'q', FCase::ignore));
+    EXPECT_FALSE(FCaseFold::equalInText(u'Q', u'q', FCase::exact));
 }
 
 TEST(FCaseFold, CodeUnitsFoldByTheirSmallForm) {

@@ -1,5 +1,6 @@
 #include "foundation/text/FString.h"
 #include "foundation/text/FStringRef.h"
+#include "platform/CharacterMapping.h"
 #include "support/SystemText.h"
 
 #include <gtest/gtest.h>
@@ -101,6 +102,9 @@ TEST(FStringRefCompare, CharactersCompareUnsigned) {
 }
 
 TEST(FStringRefCompare, WideLettersBeyondAsciiFoldOneByOne) {
+    if (!platform::comparesByLowerCase()) {
+        GTEST_SKIP() << "the system's comparisons fold ASCII alone";
+    }
     EXPECT_EQ(FStringRef(u"\u00c9COLE Stra\u00dfe \u0416").compare(u"\u00e9cole stra\u00dfe \u0436", -1, FCase::ignore),
               0);
     EXPECT_NE(FStringRef(u"\u00c9").compare(u"\u00e8", -1, FCase::ignore), 0);
@@ -208,6 +212,9 @@ TEST(FStringRefNatural, NullOperandsFollowCompare) {
 }
 
 TEST(FStringRefNatural, WideLettersFoldBeyondAscii) {
+    if (!platform::comparesByLowerCase()) {
+        GTEST_SKIP() << "the system's comparisons fold ASCII alone";
+    }
     EXPECT_EQ(FStringRef(u"\u00c92").compareNatural(u"\u00e92", FCase::ignore), 0);
     EXPECT_LT(FStringRef(u"\u00c92").compareNatural(u"\u00e910", FCase::ignore), 0);
 }

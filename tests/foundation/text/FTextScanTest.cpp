@@ -1,5 +1,7 @@
 #include "foundation/text/FTextScan.h"
 
+#include "platform/CharacterMapping.h"
+
 #include <gtest/gtest.h>
 
 #include <string>
@@ -9,6 +11,9 @@ namespace tessera {
 namespace {
 
 TEST(FTextScan, DifferenceGoesOnBehindLettersThatOnlyTheFoldMakesEqual) {
+    if (!platform::comparesByLowerCase()) {
+        GTEST_SKIP() << "the system's comparisons fold ASCII alone";
+    }
     // Blocks see ASCII case alone; each pair of letters here stops them and is then found to be equal.
     const std::u16string large(50, u'\u00c4');
     const std::u16string small(50, u'\u00e4');

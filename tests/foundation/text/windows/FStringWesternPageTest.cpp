@@ -64,6 +64,19 @@ TEST_F(FStringWesternPage, TextOfTheOtherWidthMeetsWithoutLoss) {
     EXPECT_EQ(text.view16(), u"caf\u00e9 \u97f3");
 }
 
+TEST_F(FStringWesternPage, CaseIsTheCodePagesForCharactersAndAsciisForTexts) {
+    EXPECT_EQ(FStringRef("\xc9").indexOf(0, '\xe9', FCase::ignore), 0);
+    EXPECT_EQ(FStringRef(u"\u0416").indexOf(0, u'\u0436', FCase::ignore), 0);
+    EXPECT_NE(FStringRef("\xc9").compare("\xe9", -1, FCase::ignore), 0);
+    EXPECT_NE(FStringRef(u"\u0416").compare(u"\u0436", -1, FCase::ignore), 0);
+    EXPECT_EQ(FStringRef(u"STRA\u00dfE").compare(u"stra\u00dfe", -1, FCase::ignore), 0);
+    FString narrow("\xc9t\xe9");
+    narrow.toUpper();
+    EXPECT_EQ(narrow.view8(), "\xc9T\xc9");
+    narrow.toLower();
+    EXPECT_EQ(narrow.view8(), "\xe9t\xe9");
+}
+
 TEST_F(FStringWesternPage, Utf8HoldsWhatThePageLacks) {
     FString text(u"\u97f3 \U0001f3b5");
     EXPECT_TRUE(text.toMultiByte(CodePage::utf8));
