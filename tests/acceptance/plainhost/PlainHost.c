@@ -127,8 +127,7 @@ static void checkFactory(Interface* factory) {
     CHECK(factoryCreate(factory, &kServiceClass, &kNobodys, &out) == RESULT_NO_INTERFACE && out == NULL);
 }
 
-static Interface* loadFactory(const char* modulePath) {
-    void* library = loadLibrary(modulePath);
+static Interface* loadFactory(void* library) {
     CHECK(library != NULL);
     const GetPluginFactoryFunction getFactory = (GetPluginFactoryFunction)functionIn(library, "GetPluginFactory");
     const InitDllFunction initDll = (InitDllFunction)functionIn(library, "InitDll");
@@ -138,6 +137,15 @@ static Interface* loadFactory(const char* modulePath) {
     CHECK(factory != NULL && getFactory() == factory);
     releaseRef(factory);
     return factory;
+}
+
+// The module stays in the process although the host has given it back: its singletons live to the very end.
+static void checkStaysLoaded(void* library) {
+    const GetPluginFactoryFunction getFactory = (GetPluginFactoryFunction)functionIn(library, "GetPluginFactory");
+    giveLibraryBack(library);
+    Interface* factory = getFactory();
+    CHECK(factory != NULL && factoryClassCount(factory) == 1);
+    CHECK(releaseRef(factory) == 0);
 }
 
 static Interface* createPlugin(Interface* factory, Services* services) {
@@ -248,7 +256,8 @@ static void run(const char* modulePath, const char* peerPath, const char* editor
     char sound[UTF8_BYTES];
     Project* project = prepareProject(folder, sound, original);
     Services* services = makeServices(project);
-    Interface* factory = loadFactory(modulePath);
+    void* library = loadLibrary(modulePath);
+    Interface* factory = loadFactory(library);
     checkFactory(factory);
     Interface* plugin = createPlugin(factory, services);
     checkRefusal(plugin, services);
@@ -272,6 +281,7 @@ static void run(const char* modulePath, const char* peerPath, const char* editor
     CHECK(isLeftAlone(services));
     releaseRef(plugin);
     CHECK(releaseRef(factory) == 0);
+    checkStaysLoaded(library);
     // The services of the context are the module's to the end of the process; everything else has come back.
     const Object* context = objectOf(contextInterface(services));
     freeServices(services);

@@ -31,9 +31,10 @@ bool makeFolder(const Char16* path);
 // From here on all programs of this process tree keep their files below the folder: nobody's own are met.
 void useFolder(const char* utf8Folder);
 
-// A library by its file; null, with a line on the error stream, if it can't be loaded. It is never unloaded.
+// A library by its file; null, with a line on the error stream, if it can't be loaded.
 void* loadLibrary(const char* utf8Path);
 Slot functionIn(void* library, const char* name);
+void giveLibraryBack(void* library);
 
 // Milliseconds of a clock that only runs forward.
 int64_t clockMs(void);

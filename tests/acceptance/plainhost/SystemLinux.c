@@ -66,6 +66,10 @@ Slot functionIn(void* library, const char* name) {
     return function;
 }
 
+void giveLibraryBack(void* library) {
+    CHECK(dlclose(library) == 0);
+}
+
 int64_t clockMs(void) {
     struct timespec now;
     clock_gettime(CLOCK_MONOTONIC, &now);

@@ -80,6 +80,10 @@ Slot functionIn(void* library, const char* name) {
     return (Slot)GetProcAddress(library, name);
 }
 
+void giveLibraryBack(void* library) {
+    CHECK(FreeLibrary(library));
+}
+
 int64_t clockMs(void) {
     return (int64_t)GetTickCount64();
 }
