@@ -8,6 +8,7 @@
 #include <string>
 #include <windows.h>
 
+#include <objbase.h>
 #include <shlobj.h>
 
 namespace tessera::platform {
@@ -31,6 +32,24 @@ TEST(KnownFoldersWindows, SpecialFoldersAreTheSystems) {
         ASSERT_TRUE(::SHGetSpecialFolderPathW(nullptr, path, row.number, FALSE)) << row.number;
         EXPECT_EQ(knownFolder(row.folder), textOf(path)) << row.number;
     }
+}
+
+std::u16string byIdentifier(const GUID& identifier) {
+    PWSTR path = nullptr;
+    EXPECT_EQ(::SHGetKnownFolderPath(identifier, 0, nullptr, &path), S_OK);
+    std::u16string text = textOf(path);
+    ::CoTaskMemFree(path);
+    return text;
+}
+
+// Programs that ask by the newer identifiers find the same folders.
+TEST(KnownFoldersWindows, NumbersAndIdentifiersMeanTheSameFolders) {
+    // {3EB685DB-65F9-4CF6-A03A-E3EF65729F3D}
+    const GUID roaming = {0x3EB685DB, 0x65F9, 0x4CF6, {0xA0, 0x3A, 0xE3, 0xEF, 0x65, 0x72, 0x9F, 0x3D}};
+    // {F7F1ED05-9F6D-47A2-AAAE-29D317C6F066}
+    const GUID common = {0xF7F1ED05, 0x9F6D, 0x47A2, {0xAA, 0xAE, 0x29, 0xD3, 0x17, 0xC6, 0xF0, 0x66}};
+    EXPECT_EQ(knownFolder(KnownFolder::userData), byIdentifier(roaming));
+    EXPECT_EQ(knownFolder(KnownFolder::commonFiles), byIdentifier(common));
 }
 
 TEST(KnownFoldersWindows, TheUsersFoldersLieInTheProfile) {

@@ -4,12 +4,14 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <filesystem>
 #include <set>
 #include <string>
 #include <windows.h>
 
 #include <dbt.h>
+#include <winioctl.h>
 
 namespace tessera {
 namespace {
@@ -368,6 +370,61 @@ TEST_F(FNFileSystemWindowsTest, AFolderWithoutARightToWriteGetsNoLink) {
     FNPath link = path("missing/link");
     EXPECT_FALSE(files_.createLink(link, path("target")));
     EXPECT_EQ(utf8Of(link.getName()), "link");
+}
+
+// Folders that stand for others. Whoever deletes, counts or copies what holds them never enters them.
+
+// Null, or why there is none: the system has no such folders, or the volume hasn't.
+const char* makeJunction(const fs::path& path, const fs::path& target) {
+    const std::wstring shown = fs::path(target).make_preferred().wstring();
+    const std::wstring meant = L"\\??\\" + shown;
+    const auto bytesOf = [](std::size_t units) { return static_cast<WORD>(units * sizeof(wchar_t)); };
+    // Tag, length and two bytes of nothing; where the two names stand; the names, each with its end.
+    std::wstring record(8, L'\0');
+    const DWORD tag = IO_REPARSE_TAG_MOUNT_POINT;
+    std::memcpy(record.data(), &tag, sizeof tag);
+    record[2] = static_cast<wchar_t>(bytesOf(4 + meant.size() + 1 + shown.size() + 1));
+    record[5] = static_cast<wchar_t>(bytesOf(meant.size()));
+    record[6] = static_cast<wchar_t>(bytesOf(meant.size() + 1));
+    record[7] = static_cast<wchar_t>(bytesOf(shown.size()));
+    record.append(meant).append(1, L'\0').append(shown).append(1, L'\0');
+    fs::create_directory(path);
+    const HANDLE folder = ::CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING,
+                                        FILE_FLAG_OPEN_REPARSE_POINT | FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    DWORD none = 0;
+    const bool made = ::DeviceIoControl(folder, FSCTL_SET_REPARSE_POINT, record.data(), bytesOf(record.size()), nullptr,
+                                        0, &none, nullptr);
+    ::CloseHandle(folder);
+    return made ? nullptr : "no folder can stand for another here";
+}
+
+TEST_F(FNFileSystemWindowsTest, AJunctionIsNeverEntered) {
+    scratch_.write("outside/precious.txt", "x");
+    scratch_.write("folder/own.txt", "x");
+    if (const char* reason = makeJunction(scratch_ / "folder/way-out", scratch_ / "outside")) {
+        GTEST_SKIP() << reason;
+    }
+    EXPECT_EQ(files_.getFileSize(path("folder/way-out/precious.txt")), 1);
+    EXPECT_EQ(files_.countFiles(folder("folder"), false, true, nullptr), 2) << "the junction counts as itself";
+    EXPECT_TRUE(files_.copyFolder(folder("folder"), folder("copy"), nullptr));
+    EXPECT_NE(::GetFileAttributesW((scratch_ / "copy/way-out").c_str()) & FILE_ATTRIBUTE_REPARSE_POINT, 0u);
+    EXPECT_EQ(files_.getFileSize(path("copy/way-out/precious.txt")), 1);
+    EXPECT_FALSE(files_.copyFolder(folder("outside"), folder("folder/way-out/deeper"), nullptr)) << "into itself";
+    EXPECT_TRUE(files_.deleteFolder(folder("folder")));
+    EXPECT_TRUE(files_.deleteFolderContent(folder("copy"), true));
+    EXPECT_EQ(scratch_.read("outside/precious.txt"), "x");
+}
+
+TEST_F(FNFileSystemWindowsTest, AJunctionGoesItself) {
+    scratch_.write("outside/precious.txt", "x");
+    for (const bool asFolder : {true, false}) {
+        if (const char* reason = makeJunction(scratch_ / "junction", scratch_ / "outside")) {
+            GTEST_SKIP() << reason;
+        }
+        EXPECT_TRUE(asFolder ? files_.deleteFolder(folder("junction")) : files_.deleteFile(path("junction")));
+        EXPECT_EQ(::GetFileAttributesW((scratch_ / "junction").c_str()), INVALID_FILE_ATTRIBUTES);
+        EXPECT_EQ(scratch_.read("outside/precious.txt"), "x");
+    }
 }
 
 // Volumes.
