@@ -186,9 +186,6 @@ static inline void observerUpdate(Interface* observer, Interface* subject, int32
 static inline void listListenerActivated(Interface* listener, Interface* project) {
     CALL(listener, 3, void (*)(Interface*, Interface*))(listener, project);
 }
-static inline void listListenerDeactivated(Interface* listener) {
-    CALL(listener, 4, void (*)(Interface*))(listener);
-}
 static inline Result undoStepPerform(Interface* step) {
     return CALL(step, 3, Result(*)(Interface*))(step);
 }

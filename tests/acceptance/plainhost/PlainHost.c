@@ -195,6 +195,15 @@ static Program* startPeer(const char* peer, const char* editor) {
     return startProgram(arguments);
 }
 
+// What can't be edited is refused with a message, and the command counts as handled.
+static void checkRestriction(Services* services) {
+    const char kBegin[] = "The selected audio event contains processing information";
+    setRestricted(services, true);
+    CHECK(handlerCheckOrExecute(commandHandler(services), kCategory, kCommand, false) == RESULT_OK);
+    CHECK(strncmp(lastAlert(services), kBegin, sizeof kBegin - 1) == 0);
+    setRestricted(services, false);
+}
+
 // The user chooses the command; the peer gets the stretch, edits it, and what it made replaces the event.
 static void edit(Services* services, Project* project, const char* originalPath, const Frame* original) {
     Frame expected[FRAMES + ADDED_FRAMES];
@@ -272,6 +281,7 @@ static void run(const char* modulePath, const char* peerPath, const char* editor
         endProgram(peer, 0);
         return;
     }
+    checkRestriction(services);
     edit(services, project, sound, original);
     // The peer leaves after one edit, and the module hears of it.
     runUntil(services, cannotEdit);

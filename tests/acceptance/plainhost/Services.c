@@ -11,6 +11,7 @@ struct Services {
     Object* context;
     Object* commandTable;
     Object* commandTarget;
+    Object* alertHost;
     Object* idleHost;
     Object* selection;
     Object* projectList;
@@ -29,6 +30,8 @@ struct Services {
     Interface* clients[MOST_CLIENTS];
     int clientCount;
     int32_t selectedKind;
+    bool isRestricted;
+    char alert[UTF8_BYTES];
     Interface* listListener;
     Interface* observed;
     Interface* observer;
@@ -106,6 +109,22 @@ static const Slot kCommandTargetTable[] = {
 };
 static const ObjectKind kCommandTargetKind = {"command target", destroyPlain, {{&kCommandTarget, kCommandTargetTable}}};
 
+// IAlertHost. A user would read the message and press the button, which is the first one.
+
+static int32_t showAlert(Face* self, const Char16* message, const Char16* button, int64_t unused1, int64_t unused2) {
+    (void)self;
+    CHECK(unused1 == 0 && unused2 == 0);
+    CHECK(button[0] == 'O' && button[1] == 'K' && button[2] == 0);
+    toUtf8(message, host.alert);
+    return 0;
+}
+
+static const Slot kAlertTable[] = {
+    BASE_SLOTS,
+    [3] = (Slot)showAlert,
+};
+static const ObjectKind kAlertKind = {"alert host", destroyPlain, {{&kAlertHost, kAlertTable}}};
+
 // IIdleHost. It holds no references: a client that goes away removes itself first.
 
 static Result addClient(Face* self, Interface* client) {
@@ -134,7 +153,7 @@ static const Slot kIdleTable[] = {
 };
 static const ObjectKind kIdleKind = {"idle host", destroyPlain, {{&kIdleHost, kIdleTable}}};
 
-// ISelection and IEventRestrictions: the user has selected the event, which holds no processing, and no range.
+// ISelection and IEventRestrictions: the user has selected the event, and no range.
 
 static uint64_t currentScope(Face* self) {
     (void)self;
@@ -168,8 +187,8 @@ static Result selectedItem(Face* self, int32_t index, void** object, uint64_t* s
 
 static uint8_t isRestricted(Face* self, Interface* event) {
     (void)self;
-    CHECK(event != NULL);
-    return 0;
+    CHECK(event == eventInterface(standingEvent(host.project)));
+    return host.isRestricted ? 1 : 0;
 }
 
 static const Slot kSelectionTable[] = {
@@ -278,8 +297,9 @@ static Result queryService(Face* self, const Uid* id, void** out) {
         *out = faceOf(made, 0);
         return RESULT_OK;
     }
-    Object* const shared[] = {host.commandTable, host.commandTarget, host.idleHost,   host.selection,
-                              host.projectList,  host.registry,      host.objectTest, undoObject(host.undo)};
+    Object* const shared[] = {host.alertHost, host.commandTable, host.commandTarget,
+                              host.idleHost,  host.selection,    host.projectList,
+                              host.registry,  host.objectTest,   undoObject(host.undo)};
     for (size_t i = 0; i < sizeof shared / sizeof *shared; ++i) {
         if (sameUid(id, shared[i]->kind->faces[0].id)) {
             return queryInterface(faceOf(shared[i], 0), id, out);
@@ -315,6 +335,7 @@ Services* makeServices(Project* project) {
     host.context = makeObject(sizeof(Object), &kContextKind);
     host.commandTable = makeObject(sizeof(Object), &kCommandTableKind);
     host.commandTarget = makeObject(sizeof(Object), &kCommandTargetKind);
+    host.alertHost = makeObject(sizeof(Object), &kAlertKind);
     host.idleHost = makeObject(sizeof(Object), &kIdleKind);
     host.selection = makeObject(sizeof(Object), &kSelectionKind);
     host.projectList = makeObject(sizeof(Object), &kProjectListKind);
@@ -330,6 +351,7 @@ void freeServices(Services* services) {
     dropObject(services->context);
     dropObject(services->commandTable);
     dropObject(services->commandTarget);
+    dropObject(services->alertHost);
     dropObject(services->idleHost);
     dropObject(services->selection);
     dropObject(services->projectList);
@@ -353,6 +375,14 @@ Interface* commandHandler(const Services* services) {
 
 bool hasCommand(const Services* services, const char* category, const char* name) {
     return services->isEnabled && strcmp(services->category, category) == 0 && strcmp(services->command, name) == 0;
+}
+
+void setRestricted(Services* services, bool isRestricted) {
+    services->isRestricted = isRestricted;
+}
+
+const char* lastAlert(const Services* services) {
+    return services->alert;
 }
 
 bool isLeftAlone(const Services* services) {

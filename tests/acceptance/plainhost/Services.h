@@ -17,6 +17,10 @@ void setHostName(Services* services, const char* name, const char* version);
 // What the module has entered: null, or the handler that stays the host's.
 Interface* commandHandler(const Services* services);
 bool hasCommand(const Services* services, const char* category, const char* name);
+// Whether the selected event holds processing that no editor could keep; the module then refuses to edit it.
+void setRestricted(Services* services, bool isRestricted);
+// The message that the module has had shown last, as UTF-8; empty if there was none.
+const char* lastAlert(const Services* services);
 // No service knows anybody of the module any more.
 bool isLeftAlone(const Services* services);
 UndoStack* undoStack(const Services* services);
