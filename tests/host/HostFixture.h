@@ -31,7 +31,10 @@ protected:
     Application& host() { return *application_; }
     std::string output() const { return output_.str(); }
     std::vector<std::string> misuses() { return host().core()->watch->misuses(); }
-    std::string path(const std::string& name) const { return testing_support::utf8OfPath(folder_ / name); }
+    // As the system writes it.
+    std::string path(const std::string& name) const {
+        return testing_support::utf8OfPath((folder_ / name).make_preferred());
+    }
 
     // Sample values 0, 1, 2, ... over all channels, so that each frame tells where it comes from.
     std::string makeSound(const std::string& name, int frames, int channels = 1, int sampleRate = 1000,

@@ -77,6 +77,27 @@ TEST_F(ProjectFileTest, WhatWasSavedIsOpenedAgain) {
     EXPECT_EQ(host().undo(), "there is nothing to undo");
 }
 
+TEST_F(ProjectFileTest, NamesOfAnyScriptAreSavedAndOpenedAgain) {
+    const std::string folder = "\u97f3\u697d \U0001f3b5";
+    const std::string inside = folder + "/Audio/\u0416 \u00e4.wav";
+    std::filesystem::create_directories(testing_support::pathOfUtf8(path(folder + "/Audio")));
+    makeSound(inside, 10);
+    const std::string outside = makeSound("\u6f22 \U0001f3b6.flac", 20, 1, 1000, SF_FORMAT_FLAC | SF_FORMAT_PCM_16);
+    const std::string project = path(folder + "/\u97f3.tesxproject");
+    ASSERT_EQ(host().newProject(path(folder), {path(inside), outside}), "");
+    ASSERT_EQ(host().saveProject(project), "");
+    ASSERT_EQ(host().closeProject(), "");
+    ASSERT_EQ(host().openProject(project), "");
+    ASSERT_EQ(host().project()->events().size(), 2U);
+    EXPECT_EQ(event(1)->ownClip()->path(), path(inside));
+    EXPECT_EQ(event(1)->name(), "\u0416 \u00e4.wav");
+    EXPECT_EQ(event(2)->ownClip()->path(), outside);
+    EXPECT_EQ(samplesOf(outside).size(), 20U);
+    std::ifstream stored(testing_support::pathOfUtf8(project), std::ios::binary);
+    const std::string text{std::istreambuf_iterator<char>(stored), std::istreambuf_iterator<char>()};
+    EXPECT_NE(text.find("\"Audio/\u0416 \u00e4.wav\""), text.npos) << text;
+}
+
 TEST_F(ProjectFileTest, AFolderThatWasMovedStillFindsItsOwnSounds) {
     std::filesystem::create_directories(path("project/Audio"));
     makeSound("project/Audio/inside.wav", 10);
