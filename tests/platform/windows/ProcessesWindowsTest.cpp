@@ -58,7 +58,8 @@ TEST(ProcessesWindows, AChildInheritsNoHandle) {
     // Far behind whatever the child opens for itself.
     HANDLE distant = inheritable;
     for (int i = 0; i < 2000; ++i) {
-        DuplicateHandle(GetCurrentProcess(), inheritable, GetCurrentProcess(), &distant, 0, TRUE, DUPLICATE_SAME_ACCESS);
+        DuplicateHandle(GetCurrentProcess(), inheritable, GetCurrentProcess(), &distant, 0, TRUE,
+                        DUPLICATE_SAME_ACCESS);
     }
     SetEnvironmentVariableW(L"TESX_TEST_HANDLE", std::to_wstring(reinterpret_cast<std::uintptr_t>(distant)).c_str());
     const ScratchFolder scratch;
