@@ -60,7 +60,9 @@ bool deleteAnyhow(const std::wstring& path, std::int32_t& error) {
         return true;
     }
     const DWORD attributes = ::GetFileAttributesW(path.c_str());
-    if (!isThere(attributes) || (attributes & FILE_ATTRIBUTE_READONLY) == 0) {
+    // The mark of a folder, which isn't deleted here, means something else.
+    const bool isPlainFolder = (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0 && !hasTag(attributes);
+    if (!isThere(attributes) || (attributes & FILE_ATTRIBUTE_READONLY) == 0 || isPlainFolder) {
         return false;
     }
     if (!::SetFileAttributesW(path.c_str(), attributes & ~DWORD{FILE_ATTRIBUTE_READONLY})) {

@@ -18,6 +18,12 @@
 #include <winioctl.h>
 #include <winternl.h>
 
+// The compiler's headers lack it. The documented calls for the same ask for records that not every file system gives.
+extern "C" NTSTATUS NTAPI NtQueryDirectoryFile(HANDLE folder, HANDLE event, PIO_APC_ROUTINE routine, PVOID context,
+                                               PIO_STATUS_BLOCK io, PVOID block, ULONG size,
+                                               FILE_INFORMATION_CLASS kind, BOOLEAN singleEntry,
+                                               PUNICODE_STRING pattern, BOOLEAN fromStart);
+
 // Entries are opened by name below the folder's handle, which only the system's inner calls can do. They take names as
 // they stand, so that one ending in a dot, or called like a device, is that entry.
 namespace tessera::platform {
@@ -170,6 +176,7 @@ bool deleteBelow(const File& folder, std::u16string_view name, ULONG kind, std::
 // The record for a new name, with the name in place of its last field.
 constexpr std::size_t kRenameNameAt = offsetof(FILE_RENAME_INFO, FileName);
 static_assert(kRenameNameAt == 20);
+constexpr auto kFullDirectoryInformation = static_cast<FILE_INFORMATION_CLASS>(2);
 constexpr auto kFileRenameInformation = static_cast<FILE_INFORMATION_CLASS>(10);
 
 bool renameBelow(const File& file, const File& folder, std::u16string_view name, std::int32_t& error) {
@@ -220,9 +227,11 @@ bool setAttributesBelow(const File& folder, std::u16string_view name, DWORD attr
 // The next block of the walk; false at its end, or with an error.
 bool readBlock(const File& folder, std::vector<std::byte>& block, bool fromStart, std::int32_t& error) {
     block.resize(kBlock);
-    const auto kind = fromStart ? FileIdBothDirectoryRestartInfo : FileIdBothDirectoryInfo;
-    const auto size = static_cast<DWORD>(block.size());
-    const bool more = succeeded(::GetFileInformationByHandleEx(handleOf(folder), kind, block.data(), size), error);
+    IO_STATUS_BLOCK io;
+    const NTSTATUS status =
+        ::NtQueryDirectoryFile(handleOf(folder), nullptr, nullptr, nullptr, &io, block.data(),
+                               static_cast<ULONG>(block.size()), kFullDirectoryInformation, FALSE, nullptr, fromStart);
+    const bool more = done(status, error) && io.Information != 0;
     // The root of an empty volume holds nothing at all, not even ".".
     if (!more && (error == ERROR_NO_MORE_FILES || error == ERROR_FILE_NOT_FOUND)) {
         error = 0;
@@ -291,7 +300,7 @@ const FolderEntry* Folder::next() {
             }
             state.record = state.block.data();
         }
-        const auto* record = reinterpret_cast<const FILE_ID_BOTH_DIR_INFO*>(state.record);
+        const auto* record = reinterpret_cast<const FILE_FULL_DIR_INFORMATION*>(state.record);
         state.record = record->NextEntryOffset != 0 ? state.record + record->NextEntryOffset : nullptr;
         state.name = textOf({record->FileName, record->FileNameLength / sizeof(wchar_t)});
         if (state.name == u"." || state.name == u"..") {
