@@ -75,12 +75,16 @@ bool deleteAnyhow(const std::wstring& path, std::int32_t& error) {
     return false;
 }
 
+// As the file systems compare them.
+bool equalNames(const std::wstring& a, const std::wstring& b) {
+    return ::CompareStringOrdinal(a.data(), static_cast<int>(a.size()), b.data(), static_cast<int>(b.size()), TRUE) ==
+           CSTR_EQUAL;
+}
+
 bool areOnOneVolume(const std::wstring& from, const std::wstring& to) {
     const std::wstring a = volumeRootOf(from);
     const std::wstring b = volumeRootOf(to);
-    return a.empty() || b.empty() ||
-           ::CompareStringOrdinal(a.data(), static_cast<int>(a.size()), b.data(), static_cast<int>(b.size()), TRUE) ==
-               CSTR_EQUAL;
+    return a.empty() || b.empty() || equalNames(a, b);
 }
 
 bool flushFile(const std::wstring& path, std::int32_t& error) {
@@ -149,14 +153,20 @@ std::optional<FileStatus> fileStatus(std::u16string_view path, std::int32_t& err
 bool isSameFile(std::u16string_view a, std::u16string_view b) {
     BY_HANDLE_FILE_INFORMATION first;
     BY_HANDLE_FILE_INFORMATION second;
-    return readIdentity(a, first) && readIdentity(b, second) &&
-           first.dwVolumeSerialNumber == second.dwVolumeSerialNumber && first.nFileIndexHigh == second.nFileIndexHigh &&
-           first.nFileIndexLow == second.nFileIndexLow;
+    if (!readIdentity(a, first) || !readIdentity(b, second) ||
+        first.dwVolumeSerialNumber != second.dwVolumeSerialNumber || first.nFileIndexHigh != second.nFileIndexHigh ||
+        first.nFileIndexLow != second.nFileIndexLow) {
+        return false;
+    }
+    // Some file systems of the network number nothing.
+    const bool numbered = first.nFileIndexHigh != 0 || first.nFileIndexLow != 0;
+    return numbered || equalNames(wideText(canonicalPath(a).value_or(u"")), wideText(canonicalPath(b).value_or(u"")));
 }
 
 std::optional<std::u16string> canonicalPath(std::u16string_view path) {
     std::int32_t ignored = 0;
-    const File file = openForQuestions(systemPath(path), LinkUse::follow, ignored);
+    const std::wstring name = systemPath(path);
+    const File file = openForQuestions(name, LinkUse::follow, ignored);
     if (!file.isOpen()) {
         return std::nullopt;
     }
@@ -167,7 +177,8 @@ std::optional<std::u16string> canonicalPath(std::u16string_view path) {
         const bool fits = length < whole.size();
         whole.resize(length);
         if (fits) {
-            return length != 0 ? std::optional(withoutLongPrefix(whole)) : std::nullopt;
+            // Disks that aren't known to the system's manager of mounts don't tell; links on them stay.
+            return withoutLongPrefix(length != 0 ? whole : fullPath(name));
         }
     }
 }

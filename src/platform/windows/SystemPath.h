@@ -25,6 +25,9 @@ std::wstring systemPath(std::u16string_view path, std::size_t limit = kLongPath)
 // From UTF-8 with either separator.
 std::wstring systemPath(std::string_view path);
 
+// Behind the present folder, and without "." and "..". Empty on failure.
+std::wstring fullPath(const std::wstring& path);
+
 // Without the long form's prefix, which is the system's own business.
 std::u16string withoutLongPrefix(std::wstring_view path);
 

@@ -33,19 +33,7 @@ void tidyEnd(std::wstring& path) {
     }
 }
 
-// Behind the present folder, and without "." and "..", which mean nothing in the long form. Empty on failure.
-std::wstring fullPath(const std::wstring& path) {
-    std::wstring full(MAX_PATH, L'\0');
-    for (;;) {
-        const DWORD length = ::GetFullPathNameW(path.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr);
-        const bool fits = length < full.size();
-        full.resize(length);
-        if (fits) {
-            return full;
-        }
-    }
-}
-
+// "." and ".." mean nothing in the long form.
 std::wstring longForm(const std::wstring& full) {
     if (full.starts_with(kSharePrefix)) {
         return std::wstring(kLongSharePrefix).append(full, kSharePrefix.size());
@@ -80,6 +68,18 @@ std::wstring shareRootOf(const std::wstring& path) {
 }
 
 } // namespace
+
+std::wstring fullPath(const std::wstring& path) {
+    std::wstring full(MAX_PATH, L'\0');
+    for (;;) {
+        const DWORD length = ::GetFullPathNameW(path.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr);
+        const bool fits = length < full.size();
+        full.resize(length);
+        if (fits) {
+            return full;
+        }
+    }
+}
 
 std::wstring systemPath(std::u16string_view path, std::size_t limit) {
     return systemForm(wideText(path), limit);
