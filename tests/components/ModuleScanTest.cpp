@@ -6,6 +6,7 @@
 #include "components/ModuleLog.h"
 #include "persistence/files/FFileSystem.h"
 #include "platform/RegistryValues.h"
+#include "support/OwnRegistry.h"
 #include "support/ScratchFolder.h"
 #include "support/SettingsFolder.h"
 #include "support/Skips.h"
@@ -449,7 +450,8 @@ TEST_F(ModuleScan, UsesTheSettingsOfTheProcessUnlessToldOtherwise) {
 constexpr std::u16string_view kSharedKey = u"Software\\Marlgrove\\Shared Components";
 
 TEST_F(ModuleScan, SharedComponentsLieWhereTheRegistrySays) {
-    const auto folder = platform::fromNativePath(folder_.path().string());
+    const testing_support::OwnRegistry values;
+    const auto folder = platform::fromNativePath(testing_support::utf8OfPath(folder_.path()));
     ASSERT_TRUE(platform::writeRegistryValue(kSharedKey, u"Path", *folder));
     put("remembered");
     EXPECT_EQ(registry_->scanSharedComponents(), 1);
@@ -460,7 +462,7 @@ TEST_F(ModuleScan, SharedComponentsLieWhereTheRegistrySays) {
 }
 
 TEST_F(ModuleScan, SharedComponentsLieInTheCommonProgramFilesByDefault) {
-    ASSERT_TRUE(platform::deleteRegistryValue(kSharedKey, u"Path"));
+    const testing_support::OwnRegistry values;
     const FString folder = FModuleManager::sharedComponentsFolder();
     EXPECT_TRUE(folder.endsWith(FStringRef("\\Marlgrove\\Shared Components")));
     const auto entered = platform::readRegistryValue(kSharedKey, u"Path");
