@@ -8,16 +8,14 @@
 #include "persistence/objects/FObjectDocument.h"
 #include "persistence/objects/ObjectStreaming.h"
 #include "persistence/paths/FNPath.h"
-#include "persistence/registry/FRegistryEntry.h"
 #include "persistence/streams/FMemoryStream.h"
 #include "persistence/urls/FUrl.h"
-#include "platform/NamedEvent.h"
+#include "platform/SmallFile.h"
 #include "support/PageExample.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <filesystem>
+#include <string>
 
 namespace tessera::test {
 namespace {
@@ -113,29 +111,12 @@ TEST(FileFormats, AServiceRecord) {
     EXPECT_EQ(record.processName, "tesx-peer");
     EXPECT_EQ(record.processId, 4711);
     EXPECT_EQ(record.type, "tesxcon_nanomsg");
-    EXPECT_EQ(record.format(), text);
-}
-
-TEST(FileFormats, ANamedEvent) {
-    const std::string name = "file-formats-example";
-    auto event = platform::NamedEvent::open(name.c_str(), platform::NamedEvent::Reset::byWaiter);
-    ASSERT_TRUE(event.isOpen());
-    ASSERT_TRUE(event.signal());
-    std::ifstream file(std::string(std::getenv("TMPDIR")) + "/Marlgrove/Events/" + name, std::ios::binary);
-    const std::string bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-    EXPECT_EQ(bytes, pageBytes("named event"));
-}
-
-TEST(FileFormats, ARegistryValue) {
-    FRegistryEntry entry("Software\\Marlgrove\\Shared Components", "Path");
-    entry.setText("/opt/audio");
-    ASSERT_TRUE(entry.putBack());
-    std::string file = pageExample("registry value");
-    file.pop_back();
-    EXPECT_TRUE(std::filesystem::is_regular_file(std::string(std::getenv("XDG_CONFIG_HOME")) + "/" + file)) << file;
-    entry.clearText();
-    ASSERT_TRUE(entry.putBack());
-    EXPECT_FALSE(std::filesystem::exists(std::string(std::getenv("XDG_CONFIG_HOME")) + "/" + file));
+    // Each line has the line end of the system.
+    std::string lines;
+    for (const char c : text) {
+        lines += c == '\n' ? std::string(platform::kLineEnding) : std::string(1, c);
+    }
+    EXPECT_EQ(record.format(), lines);
 }
 
 TEST(FileFormats, AnExportScript) {

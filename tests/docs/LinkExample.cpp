@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
+#include <filesystem>
 
 namespace tessera::test {
 namespace {
@@ -42,7 +42,7 @@ private:
 // [link]
 
 TEST(LinkExample, AFileComesAndGoesBack) {
-    const std::string address = "ipc://" + std::string(std::getenv("TMPDIR")) + "/link.ipc";
+    const std::string address = "ipc://" + (std::filesystem::temp_directory_path() / "link.ipc").string();
     LinkSocket module(address);
     PeerEnd peer(address);
     ASSERT_TRUE(peer.connect());

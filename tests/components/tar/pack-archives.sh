@@ -14,6 +14,9 @@ for form in gnu oldgnu pax posix ustar; do
     tar --format="$form" -cf "../$form.tar" first.wav sub empty
 done
 tar -cf ../all.tar first.wav sub empty
+mkdir ../notes
+printf 'It rains.\n' >../notes/rain.txt
+tar -C .. -cf ../notes.tar notes
 # Names that lead out of the archive.
 (cd sub && tar -P -cf ../../out.tar ../first.wav ./second.wav)
 cp ../all.tar sub/nested.tar
