@@ -3,6 +3,7 @@
 #include "common/Utf8Path.h"
 #include "platform/ProgramRun.h"
 
+#include <chrono>
 #include <filesystem>
 
 namespace tessera::peer {
@@ -11,6 +12,13 @@ namespace {
 namespace fs = std::filesystem;
 using programs::nativePath;
 using programs::utf8Text;
+
+// The standard's own copy doesn't replace files on every system.
+void copyOver(const fs::path& from, const fs::path& to, std::error_code& error) {
+    std::error_code ignored;
+    fs::remove(to, ignored);
+    fs::copy_file(from, to, error);
+}
 
 } // namespace
 
@@ -55,9 +63,12 @@ bool EditJob::prepareCopies() {
     std::error_code error;
     fs::create_directories(original.parent_path(), error);
     fs::create_directories(edited.parent_path(), error);
-    fs::copy_file(exchange, original, fs::copy_options::overwrite_existing, error);
+    copyOver(exchange, original, error);
     if (!error && command_.editsInPlace()) {
-        fs::copy_file(original, edited, fs::copy_options::overwrite_existing, error);
+        copyOver(original, edited, error);
+        // Times may come in whole seconds, and an editor may be quicker: the copy looks old, so that any save shows.
+        std::error_code ignored;
+        fs::last_write_time(edited, fs::file_time_type::clock::now() - std::chrono::hours(1), ignored);
     }
     if (error) {
         return fail("cannot copy " + exchangeFile_ + " for the editor: " + error.message());
@@ -139,7 +150,7 @@ bool EditJob::publish() {
     fs::path complete = exchange;
     complete += ".edited";
     std::error_code error;
-    fs::copy_file(nativePath(edited_), complete, fs::copy_options::overwrite_existing, error);
+    copyOver(nativePath(edited_), complete, error);
     std::error_code ignored;
     if (stop_) {
         fs::remove(complete, ignored);

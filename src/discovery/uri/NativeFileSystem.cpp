@@ -20,6 +20,7 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr std::string_view kLinkExtension = ".lnk";
+constexpr const char* kUnfinishedExtension = ".unfinished";
 
 // Through UTF-8 both ways, whatever the platform's narrow text is.
 fs::path toPath(const Uri& uri) {
@@ -109,6 +110,49 @@ bool walkFolder(const Uri& folder, const FileSystem::EntryVisitor& visit, std::u
         }
     }
     return true;
+}
+
+// The standard's own copy doesn't replace files on every system, so the copy takes the old one's name once it's whole.
+void replaceFile(const fs::path& from, const fs::path& to, std::error_code& error) {
+    if (fs::equivalent(from, to, error)) {
+        error = std::make_error_code(std::errc::file_exists);
+    }
+    if (error) {
+        return;
+    }
+    fs::path whole = to;
+    whole += kUnfinishedExtension;
+    std::error_code ignored;
+    fs::remove(whole, ignored);
+    if (fs::copy_file(from, whole, error)) {
+        fs::rename(whole, to, error);
+    }
+    if (error) {
+        fs::remove(whole, ignored);
+    }
+}
+
+void copyTree(const fs::path& from, const fs::path& to, FileSystem::Overwrite overwrite, std::error_code& error) {
+    const fs::file_status source = fs::symlink_status(from, error);
+    if (error || source.type() != fs::file_type::directory) {
+        const bool replaces = overwrite == FileSystem::Overwrite::yes && source.type() == fs::file_type::regular;
+        if (!error && replaces && fs::is_regular_file(to, error)) {
+            replaceFile(from, to, error);
+        } else {
+            fs::copy(from, to, fs::copy_options::copy_symlinks, error);
+        }
+        return;
+    }
+    if (!fs::is_directory(to, error) && !fs::create_directory(to, from, error)) {
+        return;
+    }
+    error.clear();
+    for (fs::directory_iterator entry(from, error); !error && entry != fs::directory_iterator();) {
+        copyTree(entry->path(), to / entry->path().filename(), overwrite, error);
+        if (!error) {
+            entry.increment(error);
+        }
+    }
 }
 
 FStream* openStream(FNPath& path, std::uint32_t mode, std::int32_t& error) {
@@ -275,10 +319,8 @@ Result<void> NativeFileSystem::copy(const Uri& from, const Uri& to) {
 }
 
 Result<void> NativeFileSystem::copy(const Uri& from, const Uri& to, Overwrite overwrite) {
-    const auto replacing = overwrite == Overwrite::yes ? fs::copy_options::overwrite_existing : fs::copy_options::none;
     std::error_code error;
-    fs::copy(toPath(from), toPath(to), replacing | fs::copy_options::recursive | fs::copy_options::copy_symlinks,
-             error);
+    copyTree(toPath(from), toPath(to), overwrite, error);
     return resultOf(error);
 }
 
