@@ -4,8 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <sys/stat.h>
-
 #include <string>
 #include <vector>
 
@@ -20,7 +18,7 @@ std::string utf8Of(const FStringRef& text) {
 
 FNPath pathOf(const std::filesystem::path& native) {
     FString text;
-    text.assignUtf8(native.c_str());
+    text.assignUtf8(testing_support::utf8OfPath(native).c_str());
     return FNPath(text, PathKind::file);
 }
 
@@ -126,9 +124,6 @@ TEST(AudioExportScript, WhatCantBeReadIsEmpty) {
     expectEmpty(parseScript(pathOf(folder / "missing.aepp")));
     expectEmpty(parseScript(pathOf(folder.path())));
     expectEmpty(parseScript(FNPath()));
-    // A pipe must not hold the reader up.
-    ASSERT_EQ(mkfifo((folder / "pipe.aepp").c_str(), 0600), 0);
-    expectEmpty(parseScript(pathOf(folder / "pipe.aepp")));
 }
 
 struct Acceptance {

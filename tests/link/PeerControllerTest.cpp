@@ -2,8 +2,11 @@
 
 #include "discovery/identity/SystemInfo.h"
 #include "link/DriverClient.h"
+#include "support/Eventually.h"
 #include "support/FakePeer.h"
+#include "support/ScopedEnvironment.h"
 #include "support/SlotOf.h"
+#include "support/SystemFolders.h"
 #include "support/host/FakeHost.h"
 #include "workflow/EditSession.h"
 
@@ -22,6 +25,9 @@ using test::FakeFile;
 using test::FakeHost;
 using test::FakePeer;
 using test::makeFake;
+using testing_support::eventually;
+using testing_support::ScratchFolder;
+using testing_support::utf8OfPath;
 using Sent = std::vector<std::string>;
 using namespace std::chrono_literals;
 
@@ -312,36 +318,29 @@ TEST_F(PeerControllerEdit, ACancelWithoutAPathAbandonsTheEdit) {
 class PeerLaunch : public testing::Test {
 protected:
     PeerLaunch() {
-        const std::filesystem::path share = std::getenv("XDG_DATA_DIRS");
-        scripts_ = share / "Marlgrove" / "Audio Export Post Process Scripts";
+        scripts_ = testing_support::pathOfFolder(platform::KnownFolder::commonData) / "Marlgrove" /
+                   "Audio Export Post Process Scripts";
         std::filesystem::create_directories(scripts_);
-        output_ = std::filesystem::temp_directory_path() / "arguments";
-        program_ = std::filesystem::temp_directory_path() / "a peer";
-        std::ofstream(program_) << "#!/bin/sh\nfor a in \"$@\"; do echo \"[$a]\"; done > '" << output_.string()
-                                << ".new'\nmv '" << output_.string() << ".new' '" << output_.string() << "'\n";
-        std::filesystem::permissions(program_, std::filesystem::perms::owner_all);
+        program_ = folder_ / "a peer";
+        program_ += std::filesystem::path(ARGUMENT_HELPER).extension();
+        std::filesystem::copy_file(ARGUMENT_HELPER, program_);
     }
     ~PeerLaunch() override { std::filesystem::remove_all(scripts_); }
 
     void install(const std::string& argument) {
         std::ofstream(scripts_ / "peer.aepp")
             << "<AudioExportPostProcess><Executable><Name>Tessera Max</Name><Version>9.0.0</Version><Path>"
-            << program_.string() << "</Path><Argument>" << argument
+            << utf8OfPath(program_) << "</Path><Argument>" << argument
             << "</Argument></Executable></AudioExportPostProcess>";
     }
     std::string arguments() {
-        const auto deadline = std::chrono::steady_clock::now() + 10s;
-        while (!std::filesystem::exists(output_) && std::chrono::steady_clock::now() < deadline) {
-            std::this_thread::sleep_for(5ms);
-        }
-        std::ifstream file(output_);
-        std::string text{std::istreambuf_iterator<char>(file), {}};
-        std::filesystem::remove(output_);
-        return text;
+        EXPECT_TRUE(eventually([&] { return folder_.has("arguments"); }));
+        return folder_.read("arguments");
     }
 
+    const ScratchFolder folder_;
+    const testing_support::ScopedEnvironment report_{"TESX_TEST_REPORT", utf8OfPath(folder_ / "arguments")};
     std::filesystem::path scripts_;
-    std::filesystem::path output_;
     std::filesystem::path program_;
 };
 
@@ -365,7 +364,7 @@ TEST_F(PeerLaunch, WithoutAKnownPeerNothingHappens) {
     PeerController controller;
     EXPECT_FALSE(controller.isPeerAvailable());
     controller.openInPeer("/a.wav");
-    EXPECT_FALSE(std::filesystem::exists(output_));
+    EXPECT_FALSE(folder_.has("arguments"));
 }
 
 TEST_F(PeerLaunch, AProgramThatCannotBeStartedIsNoFailure) {

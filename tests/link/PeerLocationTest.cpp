@@ -1,5 +1,7 @@
 #include "link/PeerLocation.h"
 
+#include "support/ScratchFolder.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -29,7 +31,7 @@ AudioExportScriptList peersOf(const std::vector<Installed>& installed) {
             << installed[i].version << "</Version><Path>" << installed[i].path
             << "</Path><Argument>\"$PATH\"</Argument></Executable></AudioExportPostProcess>";
     }
-    std::string native = folder.string();
+    std::string native = testing_support::utf8OfPath(folder);
     std::ranges::replace(native, '/', '\\');
     FString text;
     text.assignUtf8(native.c_str());

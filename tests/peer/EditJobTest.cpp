@@ -1,5 +1,8 @@
 #include "peer/EditJob.h"
 
+#include "common/OpenSound.h"
+#include "common/Utf8Path.h"
+
 #include <gtest/gtest.h>
 #include <sndfile.h>
 
@@ -13,6 +16,11 @@ namespace tessera::peer {
 namespace {
 
 namespace fs = std::filesystem;
+using programs::nativePath;
+using programs::openSound;
+using programs::utf8Text;
+
+const std::string kEditor = EDITOR_HELPER;
 
 class EditJobTest : public testing::Test {
 protected:
@@ -27,7 +35,7 @@ protected:
         info.samplerate = rate;
         info.channels = channels;
         info.format = format;
-        SNDFILE* file = sf_open(path.c_str(), SFM_WRITE, &info);
+        SNDFILE* file = openSound(utf8Text(path), SFM_WRITE, &info);
         ASSERT_NE(nullptr, file) << sf_strerror(nullptr);
         sf_write_int(file, samples.data(), static_cast<sf_count_t>(samples.size()));
         sf_close(file);
@@ -38,14 +46,17 @@ protected:
         return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
     }
 
-    // An editor that is a line of shell script, with the two paths as $1 and $2.
-    static std::string shell(const std::string& script) { return "sh -c '" + script + "' sh {in} {out}"; }
+    // The words stand between the helper's path and the two paths, each in quotes if there is a blank in it.
+    static std::string editor(const std::string& words) { return kEditor + " " + words + " {in} {out}"; }
+    static std::string quoted(const fs::path& path) { return '"' + path.generic_string() + '"'; }
+    // Another file as the result.
+    std::string taking(const fs::path& other) const { return editor("take " + quoted(other)); }
 
     std::unique_ptr<EditJob> start(const std::string& command) {
         std::string problem;
         const auto parsed = EditorCommand::parse(command, &problem);
         EXPECT_TRUE(parsed) << problem;
-        auto job = std::make_unique<EditJob>(*parsed, exchange_.string(), work_.string());
+        auto job = std::make_unique<EditJob>(*parsed, utf8Text(exchange_), utf8Text(work_));
         job->start();
         return job;
     }
@@ -63,14 +74,14 @@ protected:
     }
 
     const fs::path root_ = fs::temp_directory_path() / "edit job";
-    const fs::path exchange_ = root_ / "TeEx" / "tak\xC3\xA9; 1.wav";
+    const fs::path exchange_ = root_ / "TeEx" / nativePath("tak\xC3\xA9; 1.wav");
     const fs::path other_ = root_ / "other.wav";
     const fs::path work_ = root_ / "work";
 };
 
 TEST_F(EditJobTest, TheResultReplacesTheExchangeFile) {
     writeSound(other_, SF_FORMAT_WAV | SF_FORMAT_PCM_24, 48000, 2, {9 << 8, 8 << 8});
-    const auto job = finish(shell("cp \"" + other_.string() + "\" \"$2\""));
+    const auto job = finish(taking(other_));
     EXPECT_TRUE(job->succeeded()) << job->problem();
     EXPECT_FALSE(job->keptLength());
     expectUntouched(bytesOf(other_));
@@ -79,37 +90,38 @@ TEST_F(EditJobTest, TheResultReplacesTheExchangeFile) {
 
 TEST_F(EditJobTest, AResultOfTheSameLengthIsToldApart) {
     writeSound(other_, SF_FORMAT_WAV | SF_FORMAT_PCM_24, 48000, 2, {9 << 8, 8 << 8, 7 << 8, 6 << 8});
-    const auto job = finish(shell("cp \"" + other_.string() + "\" \"$2\""));
+    const auto job = finish(taking(other_));
     EXPECT_TRUE(job->succeeded()) << job->problem();
     EXPECT_TRUE(job->keptLength());
 }
 
 TEST_F(EditJobTest, TheEditorWorksOnACopyUnderTheFilesOwnName) {
-    const auto job = finish(shell("test \"$(basename \"$1\")\" = \"tak\xC3\xA9; 1.wav\" && : > \"" + other_.string() +
-                                  "\" && cp \"$1\" \"$2\" && : > \"$1\""));
+    const auto job = finish(editor("named \"" + utf8Text(exchange_.filename()) + "\" " + quoted(other_)));
     EXPECT_TRUE(job->succeeded()) << job->problem();
     EXPECT_TRUE(fs::exists(other_));
-    EXPECT_GT(fs::file_size(exchange_), 0u);
+    EXPECT_GT(fs::file_size(exchange_), 0u) << "the original is safe, whatever the editor does to its input";
 }
 
 TEST_F(EditJobTest, AnEditorInPlaceEditsACopyToo) {
     writeSound(other_, SF_FORMAT_WAV | SF_FORMAT_PCM_24, 48000, 2, {7 << 8, 7 << 8});
-    const auto job = finish("sh -c 'cp \"" + other_.string() + "\" \"$1\"' sh {file}");
+    const auto job = finish(kEditor + " take " + quoted(other_) + " {file}");
     EXPECT_TRUE(job->succeeded()) << job->problem();
     EXPECT_EQ(bytesOf(other_), bytesOf(exchange_));
 }
 
 TEST_F(EditJobTest, AnEditorInPlaceThatSavesNothingGivesTheEditUp) {
     const std::string before = bytesOf(exchange_);
-    const auto job = finish("true {file}");
+    const auto job = finish(kEditor + " nothing {file}");
     EXPECT_EQ("the editor was closed without saving", job->problem());
     expectUntouched(before);
 }
 
 TEST_F(EditJobTest, AFailingEditorChangesNothing) {
     const std::string before = bytesOf(exchange_);
-    EXPECT_EQ("the editor sh ended with code 3; its own message stands above", finish(shell("exit 3"))->problem());
-    EXPECT_EQ("the editor sh wrote no file; its command has to write to {out}", finish(shell("true"))->problem());
+    EXPECT_EQ("the editor " + kEditor + " ended with code 3; its own message stands above",
+              finish(editor("exit 3"))->problem());
+    EXPECT_EQ("the editor " + kEditor + " wrote no file; its command has to write to {out}",
+              finish(editor("nothing"))->problem());
     EXPECT_NE(std::string::npos, finish("/no/such/editor {in} {out}")->problem().find("cannot start the editor"));
     expectUntouched(before);
     EXPECT_FALSE(fs::exists(work_));
@@ -118,7 +130,7 @@ TEST_F(EditJobTest, AFailingEditorChangesNothing) {
 TEST_F(EditJobTest, AResultAtAnotherRateIsRefusedAndKept) {
     const std::string before = bytesOf(exchange_);
     writeSound(other_, SF_FORMAT_WAV | SF_FORMAT_PCM_24, 44100, 2, {9 << 8, 8 << 8});
-    const auto job = finish(shell("cp \"" + other_.string() + "\" \"$2\""));
+    const auto job = finish(taking(other_));
     EXPECT_NE(std::string::npos, job->problem().find("44100 Hz")) << job->problem();
     EXPECT_NE(std::string::npos, job->problem().find("expected 48000 Hz")) << job->problem();
     expectUntouched(before);
@@ -128,7 +140,7 @@ TEST_F(EditJobTest, AResultAtAnotherRateIsRefusedAndKept) {
 TEST_F(EditJobTest, AResultWithOtherChannelsIsRefused) {
     const std::string before = bytesOf(exchange_);
     writeSound(other_, SF_FORMAT_WAV | SF_FORMAT_PCM_24, 48000, 1, {9 << 8});
-    EXPECT_FALSE(finish(shell("cp \"" + other_.string() + "\" \"$2\""))->succeeded());
+    EXPECT_FALSE(finish(taking(other_))->succeeded());
     expectUntouched(before);
 }
 
@@ -136,14 +148,14 @@ TEST_F(EditJobTest, AResultInAnotherSampleFormatIsConvertedBack) {
     writeSound(other_, SF_FORMAT_AIFF | SF_FORMAT_PCM_16, 48000, 2, {5 << 16, 6 << 16});
     const fs::path expected = root_ / "expected.wav";
     writeSound(expected, SF_FORMAT_WAV | SF_FORMAT_PCM_24, 48000, 2, {5 << 16, 6 << 16});
-    const auto job = finish(shell("cp \"" + other_.string() + "\" \"$2\""));
+    const auto job = finish(taking(other_));
     EXPECT_TRUE(job->succeeded()) << job->problem();
     EXPECT_EQ(bytesOf(expected), bytesOf(exchange_));
 }
 
 TEST_F(EditJobTest, AResultThatIsNoSoundIsRefusedAndKept) {
     const std::string before = bytesOf(exchange_);
-    const auto job = finish(shell("echo hello > \"$2\""));
+    const auto job = finish(editor("text"));
     EXPECT_NE(std::string::npos, job->problem().find("is no sound file")) << job->problem();
     expectUntouched(before);
     EXPECT_TRUE(fs::exists(work_ / "edited" / exchange_.filename()));
@@ -151,7 +163,7 @@ TEST_F(EditJobTest, AResultThatIsNoSoundIsRefusedAndKept) {
 
 TEST_F(EditJobTest, AStoppedJobEndsByItselfAndChangesNothing) {
     const std::string before = bytesOf(exchange_);
-    const auto job = start(shell("cp \"$1\" \"$2\"; : > \"" + other_.string() + "\"; sleep 100"));
+    const auto job = start(editor("linger " + quoted(other_)));
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
     while (!fs::exists(other_) && std::chrono::steady_clock::now() < deadline) {
         FThread::sleep(5);
@@ -166,7 +178,7 @@ TEST_F(EditJobTest, AStoppedJobEndsByItselfAndChangesNothing) {
 
 TEST_F(EditJobTest, LettingTheJobGoEndsTheEditor) {
     const std::string before = bytesOf(exchange_);
-    auto job = start(shell(": > \"" + other_.string() + "\"; sleep 100"));
+    auto job = start(editor("linger " + quoted(other_)));
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
     while (!fs::exists(other_) && std::chrono::steady_clock::now() < deadline) {
         FThread::sleep(5);

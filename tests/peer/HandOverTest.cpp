@@ -29,7 +29,7 @@ protected:
         return files;
     }
 
-    const std::string folder_ = (fs::temp_directory_path() / "TesxPeer").string();
+    const std::string folder_ = (fs::temp_directory_path() / "TesxPeer").generic_string();
 };
 
 TEST_F(HandOverTest, TheFirstStartIsTheLiveOne) {

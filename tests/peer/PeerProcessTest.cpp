@@ -1,10 +1,10 @@
 // The real program, with a host played by this test: registry, events and socket are the ones of the field.
+#include "common/OpenSound.h"
 #include "discovery/identity/SystemInfo.h"
 #include "discovery/registry/ServiceDiscovery.h"
 #include "foundation/messages/FIdleTimer.h"
 #include "link/LinkSocket.h"
 #include "link/WireMessage.h"
-#include "platform/TemporaryFolder.h"
 #include "platform/ThreadTimer.h"
 #include "support/Eventually.h"
 #include "support/HelperProcess.h"
@@ -19,8 +19,9 @@ namespace {
 using testing_support::eventually;
 using testing_support::HelperProcess;
 using testing_support::ScratchFolder;
+using testing_support::utf8OfPath;
 
-constexpr const char* kReverse = "sox -R -V1 {in} {out} reverse";
+constexpr const char* kReverse = EDITOR_HELPER " reverse {in} {out}";
 
 // What the module does in a host: binds when the peer appears, greets it, closes when it goes.
 class PlayedHost {
@@ -89,12 +90,12 @@ private:
 class PeerProcessTest : public testing::Test {
 protected:
     std::string writeSound(const char* name, const std::vector<short>& samples) {
-        const std::string path = exchange_ / name;
+        const std::string path = utf8OfPath((exchange_ / name).make_preferred());
         SF_INFO info = {};
         info.samplerate = 48000;
         info.channels = 1;
         info.format = SF_FORMAT_WAV | SF_FORMAT_PCM_16;
-        SNDFILE* file = sf_open(path.c_str(), SFM_WRITE, &info);
+        SNDFILE* file = programs::openSound(path, SFM_WRITE, &info);
         EXPECT_NE(nullptr, file);
         sf_write_short(file, samples.data(), static_cast<sf_count_t>(samples.size()));
         sf_close(file);
@@ -102,25 +103,26 @@ protected:
     }
     static std::vector<short> readSound(const std::string& path) {
         SF_INFO info = {};
-        SNDFILE* file = sf_open(path.c_str(), SFM_READ, &info);
+        SNDFILE* file = programs::openSound(path, SFM_READ, &info);
         EXPECT_NE(nullptr, file);
         std::vector<short> samples(static_cast<std::size_t>(info.frames));
         sf_read_short(file, samples.data(), info.frames);
         sf_close(file);
         return samples;
     }
-    // Reads the program's lines up to the one that holds the text.
-    static bool hearsLine(HelperProcess& peer, const char* text) {
+    // Reads the program's lines up to the one that holds the text; empty when there is none.
+    static std::string whatItSays(HelperProcess& peer, const char* text) {
         for (;;) {
             const std::string line = peer.hear();
             if (line == "(end)" || line == "(nothing)") {
-                return false;
+                return {};
             }
             if (line.find(text) != std::string::npos) {
-                return true;
+                return line;
             }
         }
     }
+    static bool hearsLine(HelperProcess& peer, const char* text) { return !whatItSays(peer, text).empty(); }
 
     // What the program has printed so far, for the message of a failure.
     static std::string whatItSaid(HelperProcess& peer) {
@@ -166,7 +168,7 @@ TEST_F(PeerProcessTest, StartedByHandBeforeTheHostItWaitsForIt) {
 TEST_F(PeerProcessTest, AFailingEditorIsReportedAsCancelled) {
     const std::string file = writeSound("a.wav", {5, 6});
     PlayedHost host;
-    HelperProcess peer(TESX_PEER, {"--editor", "sh -c 'exit 1' sh {in} {out}", "--tesx", file});
+    HelperProcess peer(TESX_PEER, {"--editor", EDITOR_HELPER " exit 1 {in} {out}", "--tesx", file});
     ASSERT_TRUE(host.waitForGreeting()) << whatItSaid(peer);
     EXPECT_EQ(writeMessage({"cancelFileEdit", file}), host.hear());
     EXPECT_EQ((std::vector<short>{5, 6}), readSound(file));
@@ -175,8 +177,7 @@ TEST_F(PeerProcessTest, AFailingEditorIsReportedAsCancelled) {
 TEST_F(PeerProcessTest, ItAnswersWhileTheEditorWorks) {
     const std::string file = writeSound("a.wav", {5, 6});
     PlayedHost host;
-    HelperProcess peer(TESX_PEER,
-                       {"--editor", "sh -c 'exec sleep 100 </dev/null >/dev/null 2>&1' sh {in} {out}", "--tesx", file});
+    HelperProcess peer(TESX_PEER, {"--editor", EDITOR_HELPER " linger-at a.wav {in} {out}", "--tesx", file});
     ASSERT_TRUE(host.waitForGreeting());
     ASSERT_TRUE(hearsLine(peer, "editing"));
     EXPECT_EQ("ok", host.ask({WireVerb::suspendKiteDriver, "text"}));
@@ -200,8 +201,10 @@ TEST_F(PeerProcessTest, AFileThatIsNamedFromTheFolderAroundItIsHandedOverWhole) 
     PlayedHost host;
     HelperProcess live(TESX_PEER, {"--editor", kReverse});
     ASSERT_TRUE(host.waitForGreeting());
-    HelperProcess second("/bin/sh", {"-c", "cd \"$1\" && exec \"$2\" --editor \"$3\" a.wav", "sh", exchange_.path(),
-                                     TESX_PEER, kReverse});
+    const std::filesystem::path before = std::filesystem::current_path();
+    std::filesystem::current_path(exchange_.path());
+    HelperProcess second(TESX_PEER, {"--editor", kReverse, "a.wav"});
+    std::filesystem::current_path(before);
     EXPECT_EQ(0, second.finish());
     EXPECT_EQ(writeMessage({"finishedFileEdit", file}), host.hear());
 }
@@ -210,9 +213,7 @@ TEST_F(PeerProcessTest, AnEditThatIsGivenUpMakesRoomForTheNext) {
     const std::string first = writeSound("a.wav", {5, 6});
     const std::string second = writeSound("b.wav", {7, 8});
     PlayedHost host;
-    HelperProcess peer(TESX_PEER,
-                       {"--editor", "sh -c 'case $1 in */a.wav) exec sleep 100 </dev/null >/dev/null 2>&1;; esac; "
-                                    "cp \"$1\" \"$2\"' sh {in} {out}"});
+    HelperProcess peer(TESX_PEER, {"--editor", EDITOR_HELPER " linger-at a.wav {in} {out}"});
     ASSERT_TRUE(host.waitForGreeting());
     host.tell(WireVerb::openFile, first);
     host.tell(WireVerb::openFile, second);
@@ -225,7 +226,11 @@ TEST_F(PeerProcessTest, AnEditThatIsGivenUpMakesRoomForTheNext) {
 
 TEST_F(PeerProcessTest, TheScriptNamesTheProgramItself) {
     HelperProcess peer(TESX_PEER, {"--print-script", "--editor", kReverse});
-    EXPECT_TRUE(hearsLine(peer, (std::string("<Path>") + TESX_PEER + "</Path>").c_str()));
+    // As the system spells it, which may be another way than it was started.
+    const std::string line = whatItSays(peer, "<Path>");
+    const std::size_t start = line.find("<Path>") + 6;
+    const std::filesystem::path path = testing_support::pathOfUtf8(line.substr(start, line.find("</Path>") - start));
+    EXPECT_TRUE(std::filesystem::equivalent(path, TESX_PEER)) << line;
 }
 
 TEST_F(PeerProcessTest, AnEditorCommandWithoutPlaceholdersIsRefused) {

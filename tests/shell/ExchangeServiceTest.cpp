@@ -8,6 +8,7 @@
 #include "shell/ModuleClasses.h"
 #include "shell/hostapi/IModuleFactory.h"
 #include "support/FakePeer.h"
+#include "support/SystemFolders.h"
 #include "support/host/FakeContext.h"
 #include "support/host/FakeHost.h"
 
@@ -63,7 +64,7 @@ protected:
     }
 
     static std::filesystem::path recordPath(const std::string& name) {
-        return std::filesystem::path(std::getenv("TMPDIR")) / "Marlgrove" / "ServiceDiscovery" / name;
+        return testing_support::temporaryPath() / "Marlgrove" / "ServiceDiscovery" / name;
     }
     static void writeRecord(const std::string& name, const std::string& text) {
         std::filesystem::create_directories(recordPath(name).parent_path());

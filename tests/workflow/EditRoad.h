@@ -2,6 +2,7 @@
 // messages are kept as texts.
 #pragma once
 
+#include "support/SystemFolders.h"
 #include "support/host/FakeHost.h"
 #include "workflow/EditSession.h"
 #include "workflow/HostText.h"
@@ -66,7 +67,8 @@ protected:
     }
 
     static std::u16string exchange(const std::u16string& name) {
-        return wideOf(std::string(std::getenv("TMPDIR")) + "/Marlgrove/TeEx/") + name;
+        std::filesystem::path folder = testing_support::temporaryPath() / "Marlgrove" / "TeEx" / "";
+        return wideOf(testing_support::utf8OfPath(folder.make_preferred())) + name;
     }
     const Bytes& original() const { return host_.store.find(u"/audio/take.wav")->bytes; }
     // The peer writes the edited file in place.

@@ -38,7 +38,7 @@ TEST_F(EditSessionTest, BeginCopiesTheStretchThatTheEventPlays) {
 
 TEST_F(EditSessionTest, BeginMakesTheExchangeFolder) {
     session_.beginEdit();
-    EXPECT_TRUE(std::filesystem::is_directory(std::filesystem::path(std::getenv("TMPDIR")) / "Marlgrove" / "TeEx"));
+    EXPECT_TRUE(std::filesystem::is_directory(testing_support::temporaryPath() / "Marlgrove" / "TeEx"));
 }
 
 TEST_F(EditSessionTest, BeginWithNothingSelectedOnlyAsksThePeerToOpenNothing) {

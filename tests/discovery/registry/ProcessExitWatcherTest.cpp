@@ -1,5 +1,6 @@
 #include "discovery/registry/ProcessExitWatcher.h"
 
+#include "support/ProcessTable.h"
 #include "tests/discovery/registry/RegistryTest.h"
 
 namespace tessera::test {
@@ -48,6 +49,7 @@ TEST_F(ProcessExitWatcherTest, CantWatchWhatIsntThere) {
     auto process = startHelper("");
     const int id = process->id();
     process->kill();
+    ASSERT_TRUE(eventually([id] { return testing_support::isForgotten(id); }));
     EXPECT_FALSE(watcher_.watch(id, note()));
     EXPECT_EQ(watcher_.processId(), -1);
 }

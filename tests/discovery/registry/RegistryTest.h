@@ -3,20 +3,24 @@
 
 #include "discovery/registry/ServiceDiscovery.h"
 #include "foundation/messages/FTaskList.h"
+#include "platform/SmallFile.h"
 #include "support/Eventually.h"
 #include "support/HelperProcess.h"
-#include "support/ScopedEnvironment.h"
 #include "support/ScratchFolder.h"
+#include "support/SystemFolders.h"
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <memory>
 #include <string>
 #include <vector>
 
 namespace tessera::test {
 
-inline const std::string kHelperName = "service_helper";
+// As the system names programs.
+inline const std::string kHelperName = std::filesystem::path(SERVICE_HELPER).filename().string();
+inline const std::string kLineEnd{platform::kLineEnding};
 
 class RegistryTest : public testing::Test {
 protected:
@@ -25,7 +29,9 @@ protected:
     // What stands in the list from another test isn't this one's.
     void SetUp() override { FTaskList::process().runTasks(); }
 
-    std::string folder() const { return (scratch_ / "Marlgrove/ServiceDiscovery").string(); }
+    std::string folder() const { return genericOf(scratch_ / "Marlgrove/ServiceDiscovery"); }
+    // As the registry and URIs spell paths.
+    static std::string genericOf(const std::filesystem::path& path) { return path.generic_string(); }
     std::string pathOf(const std::string& name) const { return folder() + "/" + name; }
     void writeRecord(const std::string& name, const std::string& text) {
         scratch_.write("Marlgrove/ServiceDiscovery/" + name, text);
@@ -57,7 +63,7 @@ protected:
     }
 
     testing_support::ScratchFolder scratch_;
-    testing_support::ScopedEnvironment temporary_{"TMPDIR", scratch_.path().string()};
+    testing_support::ScopedTemporaryFolder temporary_{scratch_.path()};
     std::vector<std::string> events_;
 };
 

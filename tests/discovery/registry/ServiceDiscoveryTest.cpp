@@ -1,10 +1,10 @@
 #include "discovery/registry/ServiceDiscovery.h"
 
+#include "platform/Processes.h"
 #include "tests/discovery/registry/RegistryTest.h"
 
 #include <filesystem>
 #include <stdexcept>
-#include <unistd.h>
 
 namespace tessera::test {
 namespace {
@@ -22,7 +22,7 @@ protected:
     }
 
     std::string recordOf(const Helper& helper) const {
-        return kHelperName + "\n" + std::to_string(helper.id()) + "\ntesxcon_nanomsg\n";
+        return kHelperName + kLineEnd + std::to_string(helper.id()) + kLineEnd + "tesxcon_nanomsg" + kLineEnd;
     }
 
     ServiceDiscovery registry_;
@@ -37,14 +37,15 @@ TEST_F(ServiceDiscoveryTest, StartMakesTheFolder) {
 
 TEST_F(ServiceDiscoveryTest, RegisteringWritesTheRecordOfThisProcess) {
     registry_.registerService(ownServiceId());
-    EXPECT_EQ(readRecord("com.marlgrove.tesx"), "registry_tests\n" + std::to_string(getpid()) + "\ntesxcon_nanomsg\n");
+    EXPECT_EQ(readRecord("com.marlgrove.tesx"),
+              OWN_NAME + kLineEnd + std::to_string(platform::ownProcessId()) + kLineEnd + "tesxcon_nanomsg" + kLineEnd);
     ASSERT_EQ(registry_.records().size(), 1u);
     const ServiceRecord& record = registry_.records()[0];
     EXPECT_EQ(record.name, "com.marlgrove.tesx");
     EXPECT_EQ(record.type, "tesxcon_nanomsg");
     EXPECT_EQ(record.path, pathOf("com.marlgrove.tesx"));
-    EXPECT_EQ(record.processId, getpid());
-    EXPECT_EQ(record.processName, "registry_tests");
+    EXPECT_EQ(record.processId, platform::ownProcessId());
+    EXPECT_EQ(record.processName, OWN_NAME);
     EXPECT_TRUE(registry_.isKnown("com.marlgrove.tesx"));
 }
 
@@ -205,7 +206,7 @@ TEST_F(ServiceDiscoveryTest, AMalformedRecordStopsTheCaller) {
 }
 
 TEST_F(ServiceDiscoveryTest, AProcessDoesntDiscoverItself) {
-    writeRecord("com.marlgrove.tesx", "registry_tests\n" + std::to_string(getpid()) + "\ntesxcon_nanomsg\n");
+    writeRecord("com.marlgrove.tesx", OWN_NAME "\n" + std::to_string(platform::ownProcessId()) + "\ntesxcon_nanomsg\n");
     observe(registry_, ownServiceId());
     registry_.scan();
     registry_.serviceChanged("com.marlgrove.tesx");
@@ -334,7 +335,7 @@ TEST_F(ServiceDiscoveryTest, KnownMeansOfTheLinksType) {
 }
 
 TEST_F(ServiceDiscoveryTest, WithoutAFolderTheRecordStandsAllTheSame) {
-    const testing_support::ScopedEnvironment nowhere("TMPDIR", scratch_.write("file", "").string());
+    const testing_support::ScopedTemporaryFolder nowhere(scratch_.write("file", ""));
     registry_.start(kOwnServiceName);
     observe(registry_, ownServiceId());
     registry_.registerService(ownServiceId());

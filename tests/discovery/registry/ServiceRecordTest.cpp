@@ -1,9 +1,9 @@
 #include "discovery/registry/ServiceRecord.h"
 
+#include "platform/Processes.h"
 #include "tests/discovery/registry/RegistryTest.h"
 
 #include <stdexcept>
-#include <unistd.h>
 
 namespace tessera::test {
 namespace {
@@ -16,7 +16,7 @@ TEST_F(ServiceRecordTest, TheFileIsThreeLines) {
     record.processId = 4711;
     record.type = "tesxcon_nanomsg";
     record.name = "not in the file";
-    EXPECT_EQ(record.format(), "tessera\n4711\ntesxcon_nanomsg\n");
+    EXPECT_EQ(record.format(), "tessera" + kLineEnd + "4711" + kLineEnd + "tesxcon_nanomsg" + kLineEnd);
 }
 
 TEST_F(ServiceRecordTest, NameIsTheLastComponentOfThePath) {
@@ -94,7 +94,7 @@ TEST_P(EveryBadText, RaisesTheStandardExceptionWithItsText) {
 }
 
 TEST_F(ServiceRecordTest, AFileThatCantBeOpenedLeavesEverything) {
-    ServiceRecord record = ServiceRecord::forPath(scratch_ / "absent");
+    ServiceRecord record = ServiceRecord::forPath(genericOf(scratch_ / "absent"));
     record.processId = 5;
     record.processName = "before";
     record.readFile();
@@ -103,27 +103,28 @@ TEST_F(ServiceRecordTest, AFileThatCantBeOpenedLeavesEverything) {
 }
 
 TEST_F(ServiceRecordTest, AShorterRecordLeavesNothingOfALongerOne) {
-    ServiceRecord record = ServiceRecord::forPath(scratch_.write("name", "a very long process name\n123456\ntype\n"));
+    ServiceRecord record =
+        ServiceRecord::forPath(genericOf(scratch_.write("name", "a very long process name\n123456\ntype\n")));
     record.processName = "p";
     record.processId = 1;
     record.type = "t";
     EXPECT_TRUE(record.writeFile());
-    EXPECT_EQ(scratch_.read("name"), "p\n1\nt\n");
+    EXPECT_EQ(scratch_.read("name"), "p" + kLineEnd + "1" + kLineEnd + "t" + kLineEnd);
     ServiceRecord copy = ServiceRecord::forPath(record.path);
     copy.readFile();
     EXPECT_EQ(copy, record);
 }
 
 TEST_F(ServiceRecordTest, AFolderThatIsMissingMakesWritingFail) {
-    EXPECT_FALSE(ServiceRecord::forPath(scratch_ / "absent/name").writeFile());
+    EXPECT_FALSE(ServiceRecord::forPath(genericOf(scratch_ / "absent/name")).writeFile());
 }
 
 TEST_F(ServiceRecordTest, IsAliveWhenTheProcessRunsUnderThatName) {
     ServiceRecord record;
-    record.processId = getpid();
-    record.processName = "registry_tests";
+    record.processId = platform::ownProcessId();
+    record.processName = OWN_NAME;
     EXPECT_TRUE(record.isAlive());
-    record.processName = "Registry_tests";
+    record.processName = std::string("R") + (OWN_NAME + 1);
     EXPECT_FALSE(record.isAlive()) << "the name is compared byte for byte";
     record.processName = "";
     EXPECT_FALSE(record.isAlive());

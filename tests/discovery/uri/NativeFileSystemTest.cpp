@@ -7,52 +7,34 @@
 #include "persistence/streams/FStream.h"
 #include "persistence/streams/FileOpenMode.h"
 #include "support/Eventually.h"
-#include "support/ScopedEnvironment.h"
 #include "support/ScratchFolder.h"
+#include "support/SystemFolders.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <atomic>
-#include <cctype>
 #include <cerrno>
-#include <cstdio>
-#include <cstring>
+#include <chrono>
 #include <filesystem>
 #include <set>
-#include <sys/stat.h>
 
 namespace tessera::test {
 namespace {
 
 namespace fs = std::filesystem;
-using testing_support::ScopedEnvironment;
+using testing_support::ScopedTemporaryFolder;
 using testing_support::ScratchFolder;
-
-// As a URI spells a path: the unreserved characters of RFC 3986 and the "/" stand for themselves.
-std::string percentEncoded(const std::string& path) {
-    std::string encoded;
-    for (const unsigned char byte : path) {
-        if (std::isalnum(byte) != 0 || std::strchr("-_.~/", byte) != nullptr) {
-            encoded += static_cast<char>(byte);
-        } else {
-            char text[4];
-            std::snprintf(text, sizeof text, "%%%02X", byte);
-            encoded += text;
-        }
-    }
-    return encoded;
-}
 
 class NativeFileSystemTest : public testing::Test {
 protected:
-    Uri at(const std::string& name) const { return Uri::fromPath((scratch_ / name).string()); }
+    Uri at(const std::string& name) const { return Uri::fromPath((scratch_ / name).generic_string()); }
 
     std::multiset<std::string> walked(std::uint32_t options) {
         std::multiset<std::string> names;
-        const std::string base = scratch_.path().string() + "/";
+        const std::string base = scratch_.path().generic_string() + "/";
         const auto result = files_.walk(
-            Uri::fromPath(scratch_.path().string()),
+            at(""),
             [&](const Uri& entry) {
                 EXPECT_TRUE(entry.path.starts_with(base));
                 names.insert(entry.path.substr(base.size()));
@@ -81,17 +63,15 @@ TEST(NativePath, DropsWhatOnlyUrisHave) {
 }
 
 TEST_F(NativeFileSystemTest, TemporaryDirectoryFollowsTheEnvironment) {
-    const ScopedEnvironment environment("TMPDIR", scratch_.path().string() + "//");
-    EXPECT_EQ(files_.temporaryDirectory().value().path, scratch_.path().string());
+    const ScopedTemporaryFolder moved(scratch_ / "");
+    EXPECT_EQ(files_.temporaryDirectory().value().path, scratch_.path().generic_string());
 }
 
 TEST_F(NativeFileSystemTest, StatusTellsTheKind) {
     scratch_.write("file", "x");
     fs::create_directory(scratch_ / "folder");
-    ASSERT_EQ(mkfifo((scratch_ / "pipe").c_str(), 0600), 0);
     EXPECT_EQ(files_.status(at("file")).value().kind, EntryKind::file);
     EXPECT_EQ(files_.status(at("folder")).value().kind, EntryKind::folder);
-    EXPECT_EQ(files_.status(at("pipe")).value().kind, EntryKind::other);
     EXPECT_EQ(files_.status(at("absent")).value().kind, EntryKind::missing);
     EXPECT_FALSE(files_.status(at("absent")).value().exists());
     EXPECT_TRUE(files_.status(at("file")).value().exists());
@@ -102,10 +82,9 @@ TEST_F(NativeFileSystemTest, WalkMeetsEachEntryOnce) {
     scratch_.write("\xc3\xa4 b", "");
     scratch_.write("folder/inside", "");
     scratch_.write("folder/deeper/leaf", "");
-    fs::create_directory_symlink(scratch_ / "folder", scratch_ / "link");
-    EXPECT_EQ(walked(kWalkFolderAlone), (std::multiset<std::string>{"a", "folder", "link", "\xc3\xa4 b"}));
+    EXPECT_EQ(walked(kWalkFolderAlone), (std::multiset<std::string>{"a", "folder", "\xc3\xa4 b"}));
     EXPECT_EQ(walked(kWalkSubfolders), (std::multiset<std::string>{"a", "folder", "folder/deeper", "folder/deeper/leaf",
-                                                                   "folder/inside", "link", "\xc3\xa4 b"}));
+                                                                   "folder/inside", "\xc3\xa4 b"}));
 }
 
 TEST_F(NativeFileSystemTest, WalkEndsWhenTheVisitorHasHadEnough) {
@@ -161,9 +140,8 @@ TEST_F(NativeFileSystemTest, TellsSizeAndTime) {
     const FileSystem::Time time{std::chrono::seconds(1000000000)};
     EXPECT_TRUE(files_.setLastWriteTime(at("file"), time).ok());
     EXPECT_EQ(files_.lastWriteTime(at("file")).value(), time);
-    struct stat status = {};
-    ASSERT_EQ(stat((scratch_ / "file").c_str(), &status), 0);
-    EXPECT_EQ(status.st_mtime, 1000000000);
+    EXPECT_EQ(std::chrono::file_clock::to_sys(fs::last_write_time(scratch_ / "file")).time_since_epoch(),
+              std::chrono::seconds(1000000000));
     EXPECT_FALSE(files_.lastWriteTime(at("absent")).ok());
     EXPECT_FALSE(files_.setLastWriteTime(at("absent"), time).ok());
 }
@@ -213,17 +191,10 @@ TEST_F(NativeFileSystemTest, WhatCantBeOpenedIsAnError) {
     }
 }
 
-TEST_F(NativeFileSystemTest, CanonicalPathFollowsLinks) {
-    scratch_.write("folder/file", "");
-    fs::create_directory_symlink(scratch_ / "folder", scratch_ / "link");
-    EXPECT_EQ(files_.canonicalPath(at("link/file")).value().path, fs::canonical(scratch_ / "folder/file").string());
-    EXPECT_FALSE(files_.canonicalPath(at("absent")).ok());
-}
-
 TEST_F(NativeFileSystemTest, ALinkGetsItsExtension) {
     scratch_.write("target", "x");
     EXPECT_EQ(files_.createLink(at("target"), at("short")).value(), at("short.lnk"));
-    EXPECT_EQ(scratch_.read("short.lnk"), "x");
+    EXPECT_TRUE(scratch_.has("short.lnk"));
     EXPECT_EQ(files_.createLink(at("target"), at("other.lnk")).value(), at("other.lnk"));
     EXPECT_FALSE(files_.createLink(at("target"), at("other.lnk")).ok()) << "it is there already";
 }
@@ -231,30 +202,15 @@ TEST_F(NativeFileSystemTest, ALinkGetsItsExtension) {
 TEST_F(NativeFileSystemTest, TheCurrentDirectoryCanBeChanged) {
     const Uri before = files_.currentDirectory().value();
     EXPECT_TRUE(files_.setCurrentDirectory(at("")).ok());
-    EXPECT_EQ(files_.currentDirectory().value().path, fs::canonical(scratch_.path()).string());
+    EXPECT_EQ(files_.currentDirectory().value().path, fs::canonical(scratch_.path()).generic_string());
     EXPECT_FALSE(files_.setCurrentDirectory(at("absent")).ok());
     EXPECT_TRUE(files_.setCurrentDirectory(before).ok());
 }
 
-TEST_F(NativeFileSystemTest, TheTrashKeepsWhatIsThrownAway) {
-    const ScopedEnvironment home("XDG_DATA_HOME", (scratch_ / "data").string());
-    scratch_.write("a b/file", "first");
-    EXPECT_TRUE(files_.moveToTrash(at("a b/file")).ok());
-    EXPECT_FALSE(scratch_.has("a b/file"));
-    EXPECT_EQ(scratch_.read("data/Trash/files/file"), "first");
-    const std::string info = scratch_.read("data/Trash/info/file.trashinfo");
-    EXPECT_TRUE(info.starts_with("[Trash Info]\nPath=" + percentEncoded(scratch_.path().string()) +
-                                 "/a%20b/file\nDeletionDate="))
-        << info;
-    scratch_.write("a b/file", "second");
-    EXPECT_TRUE(files_.moveToTrash(at("a b/file")).ok());
-    EXPECT_EQ(scratch_.read("data/Trash/files/file.2"), "second");
-    EXPECT_FALSE(files_.moveToTrash(at("absent")).ok());
-}
-
 TEST_F(NativeFileSystemTest, KnowsItsVolumes) {
     const auto roots = files_.roots().value();
-    EXPECT_NE(std::find(roots.begin(), roots.end(), Uri::fromPath("/")), roots.end());
+    EXPECT_NE(std::find(roots.begin(), roots.end(), Uri::fromPath(scratch_.path().root_path().generic_string())),
+              roots.end());
     const auto info = files_.volumeInfo(at(""));
     ASSERT_TRUE(info.ok());
     EXPECT_GT(info.value().totalBytes, 0u);
@@ -297,12 +253,12 @@ TEST_F(NativeFileSystemTest, NamesFollowTheRules) {
 }
 
 TEST_F(NativeFileSystemTest, ATemporaryPathIsNewAndGoesWhenTold) {
-    const ScopedEnvironment environment("TMPDIR", scratch_.path().string());
+    const ScopedTemporaryFolder moved(scratch_.path());
     Uri kept;
     {
         const TemporaryPath path;
         kept = path.uri();
-        EXPECT_TRUE(kept.path.starts_with(scratch_.path().string() + "/"));
+        EXPECT_TRUE(kept.path.starts_with(scratch_.path().generic_string() + "/"));
         EXPECT_FALSE(files_.status(kept).value().exists());
         EXPECT_NE(TemporaryPath().uri(), kept);
         EXPECT_TRUE(files_.createDirectories(kept.child("inside")).ok());

@@ -27,10 +27,15 @@ inline std::ostream& operator<<(std::ostream& out, const ChangeEvent& event) {
 
 namespace tessera::test {
 
+// As watchers spell paths.
+inline std::string genericOf(const std::filesystem::path& path) {
+    return path.generic_string();
+}
+
 // Keeps all that is told, with paths relative to the folder.
 class Recorder {
 public:
-    Recorder(DirectoryWatcher& watcher, const std::filesystem::path& folder) : prefix_(folder.string() + "/") {
+    Recorder(DirectoryWatcher& watcher, const std::filesystem::path& folder) : prefix_(genericOf(folder) + "/") {
         watcher.addListener([this](const ChangeBatch& batch) { take(batch); });
     }
 
@@ -101,12 +106,8 @@ private:
     std::size_t batches_ = 0;
 };
 
-// Descriptors of this process, and threads.
-inline std::size_t entriesOf(const char* folder) {
-    return static_cast<std::size_t>(std::distance(std::filesystem::directory_iterator(folder), {}));
-}
-inline std::size_t openFiles() {
-    return entriesOf("/proc/self/fd");
-}
+// What this process holds of the system, and its threads.
+std::size_t openFiles();
+std::size_t runningThreads();
 
 } // namespace tessera::test

@@ -1,6 +1,7 @@
 #include "platform/FolderChangePort.h"
 
 #include "support/ScratchFolder.h"
+#include "support/windows/OpenHandles.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -15,15 +16,10 @@ namespace tessera::platform {
 namespace {
 
 namespace fs = std::filesystem;
+using testing_support::openHandles;
 using testing_support::ScratchFolder;
 
 constexpr FolderChangePort::Key kKey = 7;
-
-DWORD openHandles() {
-    DWORD count = 0;
-    GetProcessHandleCount(GetCurrentProcess(), &count);
-    return count;
-}
 
 class FolderChangePortWindowsTest : public testing::Test {
 protected:
@@ -80,7 +76,7 @@ TEST_F(FolderChangePortWindowsTest, LeavesNoHandleBehind) {
         port->open(10, scratch_.path().string());
     };
     useOnce();
-    const DWORD before = openHandles();
+    const std::size_t before = openHandles();
     for (int i = 0; i < 10; ++i) {
         useOnce();
     }

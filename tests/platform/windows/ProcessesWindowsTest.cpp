@@ -3,6 +3,7 @@
 #include "support/Eventually.h"
 #include "support/HelperProcess.h"
 #include "support/ScratchFolder.h"
+#include "support/windows/OpenHandles.h"
 
 #include <gtest/gtest.h>
 
@@ -17,6 +18,7 @@ namespace {
 
 using testing_support::eventually;
 using testing_support::HelperProcess;
+using testing_support::openHandles;
 using testing_support::ScratchFolder;
 
 // What the helper writes about itself when it's started so.
@@ -25,12 +27,6 @@ std::string reportOf(const ScratchFolder& scratch, std::vector<std::string> argu
     EXPECT_TRUE(Process::start(PROCESS_HELPER, arguments));
     EXPECT_TRUE(eventually([&] { return scratch.has("report"); }));
     return scratch.read("report");
-}
-
-DWORD openHandles() {
-    DWORD count = 0;
-    GetProcessHandleCount(GetCurrentProcess(), &count);
-    return count;
 }
 
 TEST(ProcessesWindows, EveryWordOfTheCommandLineStandsInQuotesAndQuotesWithinAreNotEscaped) {
@@ -75,7 +71,7 @@ TEST(ProcessesWindows, NameWithoutAFolderIsSearchedFor) {
 
 TEST(ProcessesWindows, ManyChildrenLeaveNoHandleBehind) {
     Process::start(PROCESS_HELPER, {"exit"});
-    const DWORD before = openHandles();
+    const std::size_t before = openHandles();
     for (int i = 0; i < 10; ++i) {
         Process::start(PROCESS_HELPER, {"exit"});
     }
@@ -92,7 +88,7 @@ TEST(ProcessesWindows, AskingForNamesAndProcessesLeavesNoHandleBehind) {
         Process::open(helper.id());
     };
     askAll();
-    const DWORD before = openHandles();
+    const std::size_t before = openHandles();
     for (int i = 0; i < 10; ++i) {
         askAll();
     }

@@ -1,11 +1,13 @@
 // The built module, loaded as a host loads it: three functions, tables, the registry and the link.
 #include "discovery/identity/SystemInfo.h"
+#include "platform/DynamicLibrary.h"
 #include "platform/Processes.h"
 #include "shell/hostapi/FactoryInfo.h"
 #include "shell/hostapi/IModuleFactory.h"
 #include "shell/hostapi/IPlugin.h"
 #include "shell/hostapi/ModuleExports.h"
 #include "support/FakePeer.h"
+#include "support/SystemFolders.h"
 #include "support/host/FakeContext.h"
 #include "support/host/FakeHost.h"
 #include "workflow/HostText.h"
@@ -14,9 +16,10 @@
 
 #include <chrono>
 #include <cstdlib>
-#include <dlfcn.h>
 #include <filesystem>
 #include <fstream>
+#include <optional>
+#include <string>
 #include <thread>
 
 namespace tessera {
@@ -32,18 +35,9 @@ constexpr FUIDBytes kService = "{973C3773-AC41-4593-BDF4-89C768F4BF5A}"_uid;
 
 class LoadedModule {
 public:
-    LoadedModule() : handle_(dlopen(TESX_MODULE, RTLD_NOW | RTLD_LOCAL)) {}
-    ~LoadedModule() {
-        if (handle_ != nullptr) {
-            dlclose(handle_);
-        }
-    }
-    LoadedModule(const LoadedModule&) = delete;
-    LoadedModule& operator=(const LoadedModule&) = delete;
-
     template <class Function>
     Function function(const char* name) const {
-        return reinterpret_cast<Function>(dlsym(handle_, name));
+        return reinterpret_cast<Function>(library_->symbol(name));
     }
     FRefPtr<IModuleFactory> factory() const {
         return FRefPtr<IModuleFactory>::adopt(function<GetPluginFactoryFunction>(kGetPluginFactoryName)());
@@ -53,19 +47,21 @@ public:
         EXPECT_EQ(factory()->createObject(kService, IBaseUnknown::iid, &plugin), kResultOk);
         return FRefPtr<IPlugin>::adopt(static_cast<IPlugin*>(plugin));
     }
-    bool isLoaded() const { return handle_ != nullptr; }
+    bool isLoaded() const { return library_.has_value(); }
+    const std::string& whyNot() const { return reason_; }
 
 private:
-    void* handle_;
+    std::string reason_;
+    std::optional<platform::DynamicLibrary> library_ = platform::DynamicLibrary::load(TESX_MODULE, &reason_);
 };
 
 std::filesystem::path registry() {
-    return std::filesystem::path(std::getenv("TMPDIR")) / "Marlgrove" / "ServiceDiscovery";
+    return testing_support::temporaryPath() / "Marlgrove" / "ServiceDiscovery";
 }
 
 TEST(Module, LoadsAndAnswersItsThreeFunctions) {
     const LoadedModule module;
-    ASSERT_TRUE(module.isLoaded()) << dlerror();
+    ASSERT_TRUE(module.isLoaded()) << module.whyNot();
     EXPECT_TRUE(module.function<InitDllFunction>(kInitDllName)());
     EXPECT_EQ(module.factory()->classCount(), 1);
     FactoryInfo info;
@@ -84,10 +80,13 @@ TEST(Module, TwoServicesDoNotInterfereUntilOneIsInitialized) {
 }
 
 TEST(Module, StaysMappedWhenTheHostLetsItGo) {
-    { const LoadedModule module; }
-    void* still = dlopen(TESX_MODULE, RTLD_NOW | RTLD_NOLOAD);
-    ASSERT_NE(still, nullptr);
-    dlclose(still);
+    GetPluginFactoryFunction getFactory = nullptr;
+    {
+        const LoadedModule module;
+        getFactory = module.function<GetPluginFactoryFunction>(kGetPluginFactoryName);
+    }
+    // The code is there, and so are the objects that it made before.
+    EXPECT_EQ(FRefPtr<IModuleFactory>::adopt(getFactory())->classCount(), 1);
 }
 
 TEST(Module, RunsInRoundsOfLoadUseAndClose) {
