@@ -178,13 +178,15 @@ TEST_F(EditRoad, UnusualNamesSurvive) {
     for (int i = 0; i < 100; ++i) {
         umlauts += "\xC3\xB6";
     }
-    const NameRow rows[] = {
+    std::vector<NameRow> rows = {
         {"blanks", " my  take 1 .wav"},
         {"emoji", "\xF0\x9F\x8E\xB5 piano \xE2\x82\xAC.wav"},
         {"200 characters", std::string(196, 'x') + ".wav"},
         {"as many bytes as a name can have", umlauts + std::string(51, 'y') + ".wav"},
-        {"quotes", "it's a \"take\".wav"},
     };
+    if (testing_support::whyNoOddNames() == nullptr) {
+        rows.push_back({"quotes", "it's a \"take\".wav"});
+    }
     PeerDouble& peer = startPeer([&](const std::string&) { return true; });
     startModule();
     ASSERT_TRUE(isLinked(peer));
@@ -302,7 +304,7 @@ TEST_F(EditRoad, ASavedProjectTravelsWithItsExport) {
     ASSERT_EQ(host().saveProject(path("song.tesxproject")), "");
     ASSERT_EQ(host().exportMix(path("mix.wav")), "");
     SF_INFO info = {};
-    SNDFILE* const file = sf_open(path("mix.wav").c_str(), SFM_READ, &info);
+    SNDFILE* const file = programs::openSound(path("mix.wav"), SFM_READ, &info);
     EXPECT_EQ(sf_get_string(file, SF_STR_COMMENT),
               "GACProjectPath=" + path("song.tesxproject") + "; GACAssetStartTime=0; GACAssetLength=1");
     sf_close(file);

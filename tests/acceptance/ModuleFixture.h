@@ -1,6 +1,7 @@
 // ModuleFixture: the reference host with the built module in it, loaded from its file and spoken to in slots.
 #pragma once
 
+#include "common/Utf8Path.h"
 #include "host/program/Application.h"
 #include "support/ScratchFolder.h"
 
@@ -48,7 +49,7 @@ protected:
     // The main loop, until the condition holds.
     bool runUntil(const std::function<bool()>& condition) { return host().run(20, condition); }
 
-    std::string path(const std::string& name) const { return (folder_.path() / name).string(); }
+    std::string path(const std::string& name) const { return programs::utf8Text(folder_ / name); }
     std::string output() const { return output_.str(); }
     std::shared_ptr<host::Event> event(int number) { return host().project()->eventByNumber(number); }
 

@@ -6,6 +6,7 @@
 #include "link/LinkSocket.h"
 #include "link/WireMessage.h"
 #include "platform/Identity.h"
+#include "platform/Processes.h"
 
 #include <algorithm>
 #include <atomic>
@@ -16,7 +17,6 @@
 #include <mutex>
 #include <string>
 #include <thread>
-#include <unistd.h>
 #include <utility>
 #include <vector>
 
@@ -70,8 +70,7 @@ private:
         const std::filesystem::path folder = std::filesystem::temp_directory_path() / "Marlgrove" / "ServiceDiscovery";
         std::filesystem::create_directories(folder);
         record_ = folder / "com.marlgrove.tessera";
-        const std::string program = std::filesystem::read_symlink("/proc/self/exe").filename().string();
-        std::ofstream(record_) << program << "\n" << getpid() << "\ntesxcon_nanomsg\n";
+        std::ofstream(record_) << platform::ownBaseName() << "\n" << platform::ownProcessId() << "\ntesxcon_nanomsg\n";
     }
 
     void run() {

@@ -2,6 +2,8 @@
 // Made and read with libsndfile alone, so that what the host and the module did is seen by other means than theirs.
 #pragma once
 
+#include "common/OpenSound.h"
+
 #include <cstdint>
 #include <cstring>
 #include <gtest/gtest.h>
@@ -44,7 +46,7 @@ inline void writeSound(const std::string& path, const SoundFormat& format, const
     info.format = format.container;
     info.channels = channels;
     info.samplerate = sampleRate;
-    SNDFILE* const file = sf_open(path.c_str(), SFM_WRITE, &info);
+    SNDFILE* const file = programs::openSound(path, SFM_WRITE, &info);
     ASSERT_NE(file, nullptr) << path << ": " << sf_strerror(nullptr);
     const auto frames = static_cast<sf_count_t>(samples.size()) / channels;
     std::vector<float> floats(samples.size());
@@ -64,7 +66,7 @@ struct Sound {
 
 inline Sound readSound(const std::string& path) {
     SF_INFO info = {};
-    SNDFILE* const file = sf_open(path.c_str(), SFM_READ, &info);
+    SNDFILE* const file = programs::openSound(path, SFM_READ, &info);
     if (file == nullptr) {
         ADD_FAILURE() << path << ": " << sf_strerror(nullptr);
         return {};
