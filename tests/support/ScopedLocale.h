@@ -38,7 +38,13 @@ public:
     }
 
     bool isUsable() const { return usable_; }
-    bool useForNumbers() const { return usable_ && std::setlocale(LC_NUMERIC, name_.c_str()) != nullptr; }
+    bool useForNumbers() const {
+        if (usable_) {
+            return std::setlocale(LC_NUMERIC, name_.c_str()) != nullptr;
+        }
+        // Other systems bring theirs along, by another name.
+        return name_.starts_with("de_DE") && std::setlocale(LC_NUMERIC, "German_Germany") != nullptr;
+    }
     const std::string& name() const { return name_; }
     const std::filesystem::path& folder() const { return folder_; }
 
