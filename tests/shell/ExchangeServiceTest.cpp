@@ -58,7 +58,7 @@ protected:
         service_->terminate();
         service_.reset();
         // The registry of this process outlives the service, and would take the next test's signal for a farewell.
-        ServiceDiscovery::getInstance().removeByPath(recordPath("com.marlgrove.tessera"));
+        ServiceDiscovery::getInstance().removeByPath(recordPath("com.marlgrove.tessera").generic_string());
         std::filesystem::remove(recordPath("com.marlgrove.tessera"));
         std::filesystem::remove(recordPath("com.marlgrove.bad"));
     }
