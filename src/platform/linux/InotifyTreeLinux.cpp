@@ -506,8 +506,9 @@ void InotifyTree::miss(Node& parent, std::string_view name, Missed missed) {
 }
 
 int InotifyTree::watchNumber(int folder) const {
-    // By descriptor, so that it is this folder and no other.
-    return inotify_add_watch(file_, ("/proc/self/fd/" + std::to_string(folder)).c_str(), kWatched);
+    // By descriptor, so that it is this folder and no other. A watch that is there already gets its mask added to: one
+    // that is set anew is empty for an instant, and what happens in it would never be told.
+    return inotify_add_watch(file_, ("/proc/self/fd/" + std::to_string(folder)).c_str(), kWatched | IN_MASK_ADD);
 }
 
 // -1 when something else, or nothing, has its path by now.

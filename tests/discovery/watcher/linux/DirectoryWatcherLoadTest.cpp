@@ -63,6 +63,19 @@ private:
     Recorder& recorder_;
 };
 
+// While the worker looks after one new folder, the next ones come up beside it.
+TEST(DirectoryWatcherLoad, NoFolderIsLostWhileItsNeighboursAreTakenIn) {
+    const ScratchFolder scratch;
+    DirectoryWatcher watcher;
+    Recorder recorder(watcher, scratch.path());
+    ASSERT_TRUE(watcher.watch(scratch.path().string()));
+    LoadedTree tree(recorder);
+    tree.run(ChangeKind::added, kFiles,
+             [&](int number) { fs::create_directory(scratch.path() / std::to_string(number)); });
+    EXPECT_EQ(recorder.count(ChangeKind::added), static_cast<std::size_t>(kFiles));
+    watcher.stop();
+}
+
 TEST(DirectoryWatcherLoad, TenThousandFilesInFoldersMadeOnTheFly) {
     const ScratchFolder scratch;
     const std::size_t filesBefore = openFiles();
