@@ -67,8 +67,9 @@ protected:
     }
 
     static std::u16string exchange(const std::u16string& name) {
-        std::filesystem::path folder = testing_support::temporaryPath() / "Marlgrove" / "TeEx" / "";
-        return wideOf(testing_support::utf8OfPath(folder.make_preferred())) + name;
+        // The folder in the system's own form, and behind it the separator of the host's files.
+        std::filesystem::path folder = testing_support::temporaryPath() / "Marlgrove" / "TeEx";
+        return wideOf(testing_support::utf8OfPath(folder.make_preferred())) + u"/" + name;
     }
     const Bytes& original() const { return host_.store.find(u"/audio/take.wav")->bytes; }
     // The peer writes the edited file in place.
