@@ -42,12 +42,14 @@ void copySound(const fs::path& from, const fs::path& to) {
     fs::copy_file(from, to);
 }
 
-// Longer than any test waits, but not for ever, and with no hold on the streams of whoever reads them to their end.
-void stay() {
-    for (std::FILE* stream : {stdin, stdout, stderr}) {
-        std::fclose(stream);
+// For as long as the input is there, which goes with the folder of the test; and not for ever.
+void stay(const fs::path& in) {
+    constexpr auto kLook = std::chrono::milliseconds(50);
+    constexpr auto kLongest = std::chrono::minutes(2);
+    std::error_code error;
+    for (auto waited = kLook; waited < kLongest && fs::exists(in, error); waited += kLook) {
+        std::this_thread::sleep_for(kLook);
     }
-    std::this_thread::sleep_for(std::chrono::minutes(2));
 }
 
 int reverse(const fs::path& in, const fs::path& out) {
@@ -108,10 +110,11 @@ int main(int argc, char** argv) {
     } else if (command == "linger") {
         copySound(in, out);
         write(paths.front(), "");
-        stay();
+        stay(in);
     } else if (command == "linger-at") {
         if (in.filename() == paths.front()) {
-            stay();
+            stay(in);
+            return 0;
         }
         copySound(in, out);
     }
