@@ -353,8 +353,13 @@ protected:
             << "</Argument></Executable></AudioExportPostProcess>";
     }
     std::string arguments() {
-        EXPECT_TRUE(eventually([&] { return folder_.has("arguments"); }));
-        return folder_.read("arguments");
+        // It comes up whole, but may not be open to others in the moment of its renaming.
+        std::string report;
+        EXPECT_TRUE(eventually([&] {
+            report = folder_.read("arguments");
+            return !report.empty();
+        }));
+        return report;
     }
 
     const ScratchFolder folder_;
