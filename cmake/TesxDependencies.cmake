@@ -23,7 +23,7 @@ endif()
 if(TESX_BUILD_TESTS)
     find_package(GTest REQUIRED)
 endif()
-if(TESX_BUILD_BENCHMARKS)
+if(TESX_BUILD_BENCHMARKS AND NOT WIN32)
     find_package(benchmark REQUIRED)
     # Measured beside our own reader of documents.
     pkg_check_modules(pugixml REQUIRED IMPORTED_TARGET pugixml)
