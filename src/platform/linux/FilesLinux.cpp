@@ -85,22 +85,6 @@ int creationOf(FileDisposition disposition) {
 
 } // namespace
 
-File::File(File&& other) noexcept : handle_(std::exchange(other.handle_, kClosed)) {}
-
-File& File::operator=(File&& other) noexcept {
-    if (this != &other) {
-        std::int32_t ignored = 0;
-        close(ignored);
-        handle_ = std::exchange(other.handle_, kClosed);
-    }
-    return *this;
-}
-
-File::~File() {
-    std::int32_t ignored = 0;
-    close(ignored);
-}
-
 File File::open(std::u16string_view path, const FileOpenFlags& flags, FileDisposition disposition,
                 std::int32_t& error) {
     File file;
@@ -126,12 +110,6 @@ File File::open(std::u16string_view path, const FileOpenFlags& flags, FileDispos
         // The name goes at once and the content with the handle: nothing is left behind, whatever ends the process.
         ::unlink(native->c_str());
     }
-    return file;
-}
-
-File File::adopt(std::int64_t handle) {
-    File file;
-    file.handle_ = handle;
     return file;
 }
 

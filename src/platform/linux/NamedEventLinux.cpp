@@ -132,18 +132,6 @@ bool giveUp(std::atomic_ref<std::uint32_t> word) {
 
 } // namespace
 
-NamedEvent::NamedEvent(NamedEvent&& other) noexcept
-    : event_(std::exchange(other.event_, nullptr)), detail_(std::exchange(other.detail_, kNoDetail)) {}
-
-NamedEvent& NamedEvent::operator=(NamedEvent&& other) noexcept {
-    if (this != &other) {
-        close();
-        event_ = std::exchange(other.event_, nullptr);
-        detail_ = std::exchange(other.detail_, kNoDetail);
-    }
-    return *this;
-}
-
 NamedEvent NamedEvent::open(const char* name, Reset) {
     NamedEvent event;
     if (name != nullptr && *name != '\0') {

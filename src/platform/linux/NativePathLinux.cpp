@@ -1,16 +1,14 @@
 #include "platform/NativePath.h"
 
-#include "platform/Utf8Text.h"
+#include "platform/PathText.h"
 
 namespace tessera::platform {
 
 namespace {
 
-constexpr char16_t kSeparator = u'\\';
-
 bool isDrivePath(std::u16string_view path) {
     const bool letter = (path[0] >= u'a' && path[0] <= u'z') || (path[0] >= u'A' && path[0] <= u'Z');
-    return letter && path.size() >= 2 && path[1] == u':' && (path.size() == 2 || path[2] == kSeparator);
+    return letter && path.size() >= 2 && path[1] == u':' && (path.size() == 2 || path[2] == kPathSeparator);
 }
 
 } // namespace
@@ -24,39 +22,18 @@ char16_t nativeSeparator() {
 }
 
 std::optional<std::string> toNativePath(std::u16string_view path) {
-    while (path.size() > 1 && path.back() == kSeparator) {
+    while (path.size() > 1 && path.back() == kPathSeparator) {
         path.remove_suffix(1);
     }
     if (path.empty() || isDrivePath(path)) {
         return std::nullopt;
     }
-    std::string native;
-    native.reserve(path.size());
-    for (std::size_t i = 0; i < path.size(); ++i) {
-        const char16_t unit = path[i];
-        if (isHighSurrogate(unit) && i + 1 < path.size() && isLowSurrogate(path[i + 1])) {
-            ++i;
-            appendUtf8(native, joined(unit, path[i]));
-        } else if (unit == 0 || isHighSurrogate(unit) || isLowSurrogate(unit)) {
-            return std::nullopt;
-        } else {
-            appendUtf8(native, unit == kSeparator ? U'/' : char32_t(unit));
-        }
-    }
-    return native;
+    return pathToUtf8(path, '/');
 }
 
 std::optional<std::u16string> fromNativePath(std::string_view native) {
-    std::u16string path;
-    path.reserve(native.size());
-    while (!native.empty()) {
-        const std::optional<char32_t> c = takeUtf8(native);
-        if (!c || *c == kSeparator || *c == 0) {
-            return std::nullopt;
-        }
-        appendUtf16(path, *c == U'/' ? char32_t(kSeparator) : *c);
-    }
-    return path;
+    // A backslash in a name can't be told from a separator.
+    return native.find('\\') == native.npos ? pathFromUtf8(native) : std::nullopt;
 }
 
 } // namespace tessera::platform

@@ -76,15 +76,6 @@ std::string_view baseNameOf(std::string_view path) {
 
 } // namespace
 
-Process& Process::operator=(Process&& other) noexcept {
-    if (this != &other) {
-        close();
-        handle_ = std::exchange(other.handle_, -1);
-        id_ = std::exchange(other.id_, -1);
-    }
-    return *this;
-}
-
 Process Process::start(const std::string& executable, const std::vector<std::string>& arguments) {
     const SpawnSettings settings;
     pid_t id = -1;

@@ -147,14 +147,6 @@ bool ThreadHandle::Control::installPark() {
     return sigaction(parkSignal(), &ours, nullptr) == 0;
 }
 
-ThreadHandle& ThreadHandle::operator=(ThreadHandle&& other) noexcept {
-    if (this != &other) {
-        close();
-        control_ = std::exchange(other.control_, nullptr);
-    }
-    return *this;
-}
-
 ThreadHandle ThreadHandle::createSuspended(Entry entry, void* argument) {
     auto control = std::unique_ptr<Control>(new (std::nothrow) Control);
     pthread_attr_t attributes;

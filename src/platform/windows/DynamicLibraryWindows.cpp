@@ -37,13 +37,6 @@ std::optional<DynamicLibrary> DynamicLibrary::load(const char* path, std::string
     return std::nullopt;
 }
 
-DynamicLibrary::DynamicLibrary(DynamicLibrary&& other) noexcept : handle_(std::exchange(other.handle_, nullptr)) {}
-
-DynamicLibrary& DynamicLibrary::operator=(DynamicLibrary&& other) noexcept {
-    std::swap(handle_, other.handle_);
-    return *this;
-}
-
 DynamicLibrary::~DynamicLibrary() {
     if (handle_ != nullptr) {
         FreeLibrary(static_cast<HMODULE>(handle_));

@@ -83,22 +83,6 @@ void makeFolders(const std::wstring& path, std::int32_t& error) {
 
 } // namespace
 
-File::File(File&& other) noexcept : handle_(std::exchange(other.handle_, kClosed)) {}
-
-File& File::operator=(File&& other) noexcept {
-    if (this != &other) {
-        std::int32_t ignored = 0;
-        close(ignored);
-        handle_ = std::exchange(other.handle_, kClosed);
-    }
-    return *this;
-}
-
-File::~File() {
-    std::int32_t ignored = 0;
-    close(ignored);
-}
-
 File File::open(std::u16string_view path, const FileOpenFlags& flags, FileDisposition disposition,
                 std::int32_t& error) {
     const std::wstring name = systemPath(path);
@@ -117,12 +101,6 @@ File File::open(std::u16string_view path, const FileOpenFlags& flags, FileDispos
     } else if (file.isOpen()) {
         error = 0;
     }
-    return file;
-}
-
-File File::adopt(std::int64_t handle) {
-    File file;
-    file.handle_ = handle;
     return file;
 }
 

@@ -4,18 +4,6 @@
 
 namespace tessera::platform {
 
-NamedEvent::NamedEvent(NamedEvent&& other) noexcept
-    : event_(std::exchange(other.event_, nullptr)), detail_(std::exchange(other.detail_, kNoDetail)) {}
-
-NamedEvent& NamedEvent::operator=(NamedEvent&& other) noexcept {
-    if (this != &other) {
-        close();
-        event_ = std::exchange(other.event_, nullptr);
-        detail_ = std::exchange(other.detail_, kNoDetail);
-    }
-    return *this;
-}
-
 NamedEvent NamedEvent::open(const char* name, Reset reset) {
     NamedEvent event;
     const char* shared = name != nullptr && *name != '\0' ? name : nullptr;

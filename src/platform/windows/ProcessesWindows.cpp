@@ -67,15 +67,6 @@ BOOL CALLBACK showIfItsOwn(HWND window, LPARAM context) {
 
 } // namespace
 
-Process& Process::operator=(Process&& other) noexcept {
-    if (this != &other) {
-        close();
-        handle_ = std::exchange(other.handle_, -1);
-        id_ = std::exchange(other.id_, -1);
-    }
-    return *this;
-}
-
 Process Process::start(const std::string& executable, const std::vector<std::string>& arguments) {
     std::wstring line = commandLine(executable, arguments);
     STARTUPINFOW setup = {};

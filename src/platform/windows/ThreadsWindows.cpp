@@ -75,14 +75,6 @@ DWORD WINAPI ThreadHandle::Control::run(void* self) {
     return code;
 }
 
-ThreadHandle& ThreadHandle::operator=(ThreadHandle&& other) noexcept {
-    if (this != &other) {
-        close();
-        control_ = std::exchange(other.control_, nullptr);
-    }
-    return *this;
-}
-
 ThreadHandle ThreadHandle::createSuspended(Entry entry, void* argument) {
     auto control = std::unique_ptr<Control>(new (std::nothrow) Control);
     if (control == nullptr) {
