@@ -64,7 +64,8 @@ public:
     virtual std::string_view forbiddenNameCharacters() const = 0;
     virtual bool isValidName(std::string_view name) const = 0;
     virtual std::string sanitizeName(std::string name, char replacement) const = 0;
-    // Absolute, without links and dots; of something that exists.
+    // Absolute, without dots, by the names as they are stored; where links are common, without them. Of something that
+    // exists.
     virtual Result<Uri> canonicalPath(const Uri& uri) const = 0;
     virtual Result<std::uint64_t> fileSize(const Uri& uri) const = 0;
     virtual Result<Time> lastWriteTime(const Uri& uri) const = 0;

@@ -8,34 +8,19 @@
 #include "persistence/streams/FStream.h"
 #include "persistence/streams/FileOpenMode.h"
 #include "platform/DesktopFiles.h"
+#include "platform/LocalFiles.h"
 #include "platform/TemporaryFolder.h"
 #include "platform/Volumes.h"
 
-#include <filesystem>
+#include <chrono>
+#include <system_error>
 
 namespace tessera {
-
-namespace fs = std::filesystem;
 
 namespace {
 
 constexpr std::string_view kLinkExtension = ".lnk";
 constexpr const char* kUnfinishedExtension = ".unfinished";
-
-// Through UTF-8 both ways, whatever the platform's narrow text is.
-fs::path toPath(const Uri& uri) {
-    const std::string native = NativeFileSystem::nativePath(uri);
-    return fs::path(std::u8string(native.begin(), native.end()));
-}
-
-std::string toText(const fs::path& path) {
-    const std::u8string text = path.generic_u8string();
-    return std::string(text.begin(), text.end());
-}
-
-Uri toUri(const fs::path& path) {
-    return Uri::fromPath(toText(path));
-}
 
 template <class T>
 Result<T> resultOf(T value, const std::error_code& error) {
@@ -49,18 +34,18 @@ Result<void> resultOf(const std::error_code& error) {
     return error ? Result<void>(Error(error)) : Result<void>();
 }
 
-EntryKind kindOf(fs::file_type type) {
+EntryKind kindOf(platform::EntryType type) {
     switch (type) {
-    case fs::file_type::not_found:
-    case fs::file_type::none:
+    case platform::EntryType::missing:
         return EntryKind::missing;
-    case fs::file_type::regular:
+    case platform::EntryType::file:
         return EntryKind::file;
-    case fs::file_type::directory:
+    case platform::EntryType::folder:
         return EntryKind::folder;
-    default:
-        return EntryKind::other;
+    case platform::EntryType::other:
+        break;
     }
+    return EntryKind::other;
 }
 
 VolumeDetails::Kind kindOf(platform::VolumeKind kind) {
@@ -94,63 +79,70 @@ std::string joined(const std::string& folder, const std::string& name) {
 // False when the visitor has had enough.
 bool walkFolder(const Uri& folder, const FileSystem::EntryVisitor& visit, std::uint32_t options,
                 std::error_code& error) {
-    fs::directory_iterator entry(toPath(folder), error);
-    for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
+    for (const platform::NamedEntry& entry : platform::entriesOf(NativeFileSystem::nativePath(folder), error)) {
         // The folder's own form of the path, so that entries are named as the caller names the folder.
         Uri uri = folder;
-        uri.path = joined(folder.path, toText(entry->path().filename()));
+        uri.path = joined(folder.path, entry.name);
         if (!visit(uri)) {
             return false;
         }
-        std::error_code ignored;
-        const bool deeper =
-            (options & kWalkSubfolders) != 0 && !entry->is_symlink(ignored) && entry->is_directory(ignored);
-        if (deeper && !walkFolder(uri, visit, options, error)) {
+        std::error_code inner;
+        const bool deeper = (options & kWalkSubfolders) != 0 && entry.isFolder;
+        if (deeper && !walkFolder(uri, visit, options, inner)) {
             return false;
+        }
+        if (inner) {
+            error = inner;
+            break;
         }
     }
     return true;
 }
 
-// The standard's own copy doesn't replace files on every system, so the copy takes the old one's name once it's whole.
-void replaceFile(const fs::path& from, const fs::path& to, std::error_code& error) {
-    if (fs::equivalent(from, to, error)) {
-        error = std::make_error_code(std::errc::file_exists);
-    }
+// The copy takes the old one's name once it's whole.
+void replaceFile(const std::string& from, const std::string& to, std::error_code& error) {
+    const bool isItself = platform::isOneEntry(from, to, error);
     if (error) {
         return;
     }
-    fs::path whole = to;
-    whole += kUnfinishedExtension;
+    if (isItself) {
+        // Fails, with the system's reason.
+        platform::copyEntry(from, to, error);
+        return;
+    }
+    const std::string whole = to + kUnfinishedExtension;
     std::error_code ignored;
-    fs::remove(whole, ignored);
-    if (fs::copy_file(from, whole, error)) {
-        fs::rename(whole, to, error);
+    platform::removeEntry(whole, ignored);
+    platform::copyEntry(from, whole, error);
+    if (!error) {
+        platform::renameEntry(whole, to, error);
     }
     if (error) {
-        fs::remove(whole, ignored);
+        platform::removeEntry(whole, ignored);
     }
 }
 
-void copyTree(const fs::path& from, const fs::path& to, FileSystem::Overwrite overwrite, std::error_code& error) {
-    const fs::file_status source = fs::symlink_status(from, error);
-    if (error || source.type() != fs::file_type::directory) {
-        const bool replaces = overwrite == FileSystem::Overwrite::yes && source.type() == fs::file_type::regular;
-        if (!error && replaces && fs::is_regular_file(to, error)) {
+void copyTree(const std::string& from, const std::string& to, FileSystem::Overwrite overwrite, std::error_code& error) {
+    const platform::EntryType source = platform::ownEntryType(from, error);
+    if (error) {
+        return;
+    }
+    if (source != platform::EntryType::folder) {
+        const bool replaces = overwrite == FileSystem::Overwrite::yes && source == platform::EntryType::file;
+        if (replaces && platform::entryType(to, error) == platform::EntryType::file) {
             replaceFile(from, to, error);
-        } else {
-            fs::copy(from, to, fs::copy_options::copy_symlinks, error);
+        } else if (!error) {
+            platform::copyEntry(from, to, error);
         }
         return;
     }
-    if (!fs::is_directory(to, error) && !fs::create_directory(to, from, error)) {
+    if (platform::entryType(to, error) != platform::EntryType::folder && !platform::makeFolderLike(to, from, error)) {
         return;
     }
-    error.clear();
-    for (fs::directory_iterator entry(from, error); !error && entry != fs::directory_iterator();) {
-        copyTree(entry->path(), to / entry->path().filename(), overwrite, error);
-        if (!error) {
-            entry.increment(error);
+    for (const platform::NamedEntry& entry : platform::entriesOf(from, error)) {
+        copyTree(joined(from, entry.name), joined(to, entry.name), overwrite, error);
+        if (error) {
+            return;
         }
     }
 }
@@ -187,8 +179,8 @@ Result<Uri> NativeFileSystem::uriFromPath(std::string_view path) const {
 
 Result<Uri> NativeFileSystem::currentDirectory() const {
     std::error_code error;
-    const fs::path path = fs::current_path(error);
-    return resultOf(toUri(path), error);
+    const std::string path = platform::currentFolder(error);
+    return resultOf(Uri::fromPath(path), error);
 }
 
 Result<Uri> NativeFileSystem::temporaryDirectory() const {
@@ -213,32 +205,26 @@ std::string NativeFileSystem::sanitizeName(std::string name, char replacement) c
 
 Result<Uri> NativeFileSystem::canonicalPath(const Uri& uri) const {
     std::error_code error;
-    const fs::path path = fs::canonical(toPath(uri), error);
-    return resultOf(toUri(path), error);
+    const std::string path = platform::canonicalName(nativePath(uri), error);
+    return resultOf(Uri::fromPath(path), error);
 }
 
 Result<std::uint64_t> NativeFileSystem::fileSize(const Uri& uri) const {
     std::error_code error;
-    const std::uint64_t size = fs::file_size(toPath(uri), error);
+    const std::uint64_t size = platform::fileLength(nativePath(uri), error);
     return resultOf(size, error);
 }
 
 Result<FileSystem::Time> NativeFileSystem::lastWriteTime(const Uri& uri) const {
     std::error_code error;
-    const fs::file_time_type time = fs::last_write_time(toPath(uri), error);
-    if (error) {
-        return Error(error);
-    }
-    return std::chrono::time_point_cast<Time::duration>(std::chrono::file_clock::to_sys(time));
+    const Time time = platform::changeTime(nativePath(uri), error);
+    return resultOf(time, error);
 }
 
 Result<EntryStatus> NativeFileSystem::status(const Uri& uri) const {
     std::error_code error;
-    const fs::file_status found = fs::status(toPath(uri), error);
-    if (found.type() == fs::file_type::none) {
-        return Error(error);
-    }
-    return EntryStatus{kindOf(found.type())};
+    const platform::EntryType type = platform::entryType(nativePath(uri), error);
+    return resultOf(EntryStatus{kindOf(type)}, error);
 }
 
 Result<void> NativeFileSystem::walk(const Uri& folder, const EntryVisitor& visit, std::uint32_t options) const {
@@ -275,7 +261,7 @@ Result<std::shared_ptr<DirectoryWatcher>> NativeFileSystem::monitor(const Uri&) 
 
 Result<void> NativeFileSystem::setCurrentDirectory(const Uri& folder) {
     std::error_code error;
-    fs::current_path(toPath(folder), error);
+    platform::setCurrentFolder(nativePath(folder), error);
     return resultOf(error);
 }
 
@@ -296,13 +282,13 @@ Result<FRefPtr<FStream>> NativeFileSystem::open(const Uri& uri, std::uint32_t mo
 
 Result<bool> NativeFileSystem::createDirectory(const Uri& folder) {
     std::error_code error;
-    const bool made = fs::create_directory(toPath(folder), error);
+    const bool made = platform::makeFolder(nativePath(folder), error);
     return resultOf(made, error);
 }
 
 Result<bool> NativeFileSystem::createDirectories(const Uri& folder) {
     std::error_code error;
-    const bool made = fs::create_directories(toPath(folder), error);
+    const bool made = platform::makeFolders(nativePath(folder), error);
     return resultOf(made, error);
 }
 
@@ -320,39 +306,39 @@ Result<void> NativeFileSystem::copy(const Uri& from, const Uri& to) {
 
 Result<void> NativeFileSystem::copy(const Uri& from, const Uri& to, Overwrite overwrite) {
     std::error_code error;
-    copyTree(toPath(from), toPath(to), overwrite, error);
+    copyTree(nativePath(from), nativePath(to), overwrite, error);
     return resultOf(error);
 }
 
 Result<void> NativeFileSystem::rename(const Uri& from, const Uri& to) {
     std::error_code error;
-    fs::rename(toPath(from), toPath(to), error);
+    platform::renameEntry(nativePath(from), nativePath(to), error);
     return resultOf(error);
 }
 
 Result<bool> NativeFileSystem::remove(const Uri& uri) {
     std::error_code error;
-    const bool removed = fs::remove(toPath(uri), error);
+    const bool removed = platform::removeEntry(nativePath(uri), error);
     return resultOf(removed, error);
 }
 
 Result<std::uint64_t> NativeFileSystem::removeAll(const Uri& uri) {
     std::error_code error;
-    const std::uint64_t count = fs::remove_all(toPath(uri), error);
+    const std::uint64_t count = platform::removeTree(nativePath(uri), error);
     return resultOf(count, error);
 }
 
 Result<void> NativeFileSystem::setLastWriteTime(const Uri& uri, Time time) {
     std::error_code error;
-    fs::last_write_time(toPath(uri), std::chrono::file_clock::from_sys(time), error);
+    platform::setChangeTime(nativePath(uri), time, error);
     return resultOf(error);
 }
 
 Result<void> NativeFileSystem::moveToTrash(const Uri& uri) {
     const Result<Uri> folder = uriFromPath(nativePath(uri));
     std::error_code error;
-    const fs::path whole = fs::absolute(toPath(folder.value()), error);
-    return resultOf(error ? error : platform::moveToTrash(toText(whole)));
+    const std::string whole = platform::absolutePath(nativePath(folder.value()), error);
+    return resultOf(error ? error : platform::moveToTrash(whole));
 }
 
 } // namespace tessera

@@ -5,10 +5,11 @@
 
 namespace tessera::platform {
 
+inline constexpr std::int64_t kUnitsBefore1970 = 116'444'736'000'000'000;
+
 // Seconds since 1970 in UTC, rounded down.
 inline std::int64_t unixSeconds(std::int64_t systemTime) {
     constexpr std::int64_t kUnitsPerSecond = 10'000'000;
-    constexpr std::int64_t kUnitsBefore1970 = 116'444'736'000'000'000;
     const std::int64_t units = systemTime - kUnitsBefore1970;
     return units / kUnitsPerSecond - (units % kUnitsPerSecond < 0 ? 1 : 0);
 }

@@ -6,6 +6,7 @@
 #include "discovery/watcher/DirectoryWatcher.h"
 #include "persistence/streams/FStream.h"
 #include "persistence/streams/FileOpenMode.h"
+#include "support/ErrorNumbers.h"
 #include "support/Eventually.h"
 #include "support/ScratchFolder.h"
 #include "support/SystemFolders.h"
@@ -23,6 +24,7 @@ namespace tessera::test {
 namespace {
 
 namespace fs = std::filesystem;
+using testing_support::kErrorNumbers;
 using testing_support::ScopedTemporaryFolder;
 using testing_support::ScratchFolder;
 
@@ -144,6 +146,70 @@ TEST_F(NativeFileSystemTest, TellsSizeAndTime) {
               std::chrono::seconds(1000000000));
     EXPECT_FALSE(files_.lastWriteTime(at("absent")).ok());
     EXPECT_FALSE(files_.setLastWriteTime(at("absent"), time).ok());
+}
+
+TEST_F(NativeFileSystemTest, TimesAreAsExactAsTheSystems) {
+    scratch_.write("folder/file", "x");
+    // To 100 ns, which all file systems that matter keep.
+    const FileSystem::Time time{std::chrono::seconds(1000000000) + std::chrono::nanoseconds(123456700)};
+    for (const char* name : {"folder/file", "folder"}) {
+        EXPECT_TRUE(files_.setLastWriteTime(at(name), time).ok()) << name;
+        EXPECT_EQ(files_.lastWriteTime(at(name)).value(), time) << name;
+    }
+}
+
+TEST_F(NativeFileSystemTest, ErrorsHaveTheSystemsNumbers) {
+    scratch_.write("folder/file", "x");
+    const auto numberOf = [](const auto& result) {
+        EXPECT_FALSE(result.ok());
+        return result.ok() || result.error().category != &std::system_category() ? 0 : result.error().code;
+    };
+    const auto visit = [](const Uri&) { return true; };
+    EXPECT_EQ(numberOf(files_.createDirectory(at("absent/inner"))), kErrorNumbers.missingFolder);
+    EXPECT_EQ(numberOf(files_.createDirectory(at("folder/file"))), kErrorNumbers.nameTaken);
+    EXPECT_EQ(numberOf(files_.walk(at("folder/file"), visit, kWalkFolderAlone)), kErrorNumbers.notAFolder);
+    EXPECT_EQ(numberOf(files_.fileSize(at("folder"))), kErrorNumbers.aFolder);
+    EXPECT_EQ(numberOf(files_.fileSize(at("absent"))), kErrorNumbers.missing);
+    EXPECT_EQ(numberOf(files_.lastWriteTime(at("absent"))), kErrorNumbers.missing);
+    EXPECT_EQ(numberOf(files_.setLastWriteTime(at("absent"), {})), kErrorNumbers.missing);
+    EXPECT_EQ(numberOf(files_.canonicalPath(at("absent"))), kErrorNumbers.missing);
+    EXPECT_EQ(numberOf(files_.setCurrentDirectory(at("absent"))), kErrorNumbers.missing);
+    EXPECT_EQ(numberOf(files_.rename(at("absent"), at("other"))), kErrorNumbers.missing);
+    EXPECT_EQ(numberOf(files_.copy(at("absent"), at("other"))), kErrorNumbers.missing);
+    EXPECT_EQ(numberOf(files_.open(at("absent"), FileOpenMode::read)), kErrorNumbers.missing);
+}
+
+TEST_F(NativeFileSystemTest, BytesThatLookLikeLineEndsAreCopiedAsTheyAre) {
+    const std::string bytes("\r\n\x1A\n\0\r", 6);
+    scratch_.write("from", bytes);
+    EXPECT_TRUE(files_.copy(at("from"), at("to")).ok());
+    EXPECT_EQ(scratch_.read("to"), bytes);
+}
+
+TEST_F(NativeFileSystemTest, ACopyOntoItselfFailsAndLeavesTheFile) {
+    scratch_.write("file", "precious");
+    EXPECT_FALSE(files_.copy(at("file"), at("file"), FileSystem::Overwrite::yes).ok());
+    EXPECT_EQ(scratch_.read("file"), "precious");
+    EXPECT_EQ(scratch_.entryCount(), 1u);
+}
+
+TEST_F(NativeFileSystemTest, ACanonicalPathIsAbsoluteAndHasNoDots) {
+    scratch_.write("folder/file", "");
+    const Uri before = files_.currentDirectory().value();
+    ASSERT_TRUE(files_.setCurrentDirectory(at("folder")).ok());
+    Uri relative;
+    relative.path = "../folder/./file";
+    EXPECT_EQ(files_.canonicalPath(relative).value(), files_.canonicalPath(at("folder/file")).value());
+    EXPECT_TRUE(files_.setCurrentDirectory(before).ok());
+}
+
+TEST_F(NativeFileSystemTest, RemovingWhatIsntThereRemovesNothing) {
+    EXPECT_EQ(files_.removeAll(at("absent")).value(), 0u);
+    EXPECT_EQ(files_.removeAll(at("absent/below")).value(), 0u);
+    EXPECT_FALSE(files_.remove(at("absent/below")).value());
+    scratch_.write("file", "x");
+    EXPECT_EQ(files_.removeAll(at("file")).value(), 1u);
+    EXPECT_FALSE(scratch_.has("file"));
 }
 
 TEST_F(NativeFileSystemTest, CopiesWithAndWithoutOverwriting) {

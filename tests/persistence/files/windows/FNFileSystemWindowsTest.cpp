@@ -1,23 +1,23 @@
 #include "persistence/files/FFileIterator.h"
 #include "persistence/files/FNFileSystemFixture.h"
 #include "support/ErrorNumbers.h"
+#include "support/windows/Junction.h"
 
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <filesystem>
 #include <set>
 #include <string>
 #include <windows.h>
 
 #include <dbt.h>
-#include <winioctl.h>
 
 namespace tessera {
 namespace {
 
 namespace fs = std::filesystem;
 using testing_support::kErrorNumbers;
+using testing_support::makeJunction;
 
 // Greek, Japanese and a note beyond the first 65536 characters: no code page holds all three.
 constexpr const char* kForeignName = "\xCE\xA9 \xE9\x9F\xB3\xE6\xA5\xBD \xF0\x9F\x8E\xB5.wav";
@@ -373,30 +373,6 @@ TEST_F(FNFileSystemWindowsTest, AFolderWithoutARightToWriteGetsNoLink) {
 }
 
 // Folders that stand for others. Whoever deletes, counts or copies what holds them never enters them.
-
-// Null, or why there is none: the system has no such folders, or the volume hasn't.
-const char* makeJunction(const fs::path& path, const fs::path& target) {
-    const std::wstring shown = fs::path(target).make_preferred().wstring();
-    const std::wstring meant = L"\\??\\" + shown;
-    const auto bytesOf = [](std::size_t units) { return static_cast<WORD>(units * sizeof(wchar_t)); };
-    // Tag, length and two bytes of nothing; where the two names stand; the names, each with its end.
-    std::wstring record(8, L'\0');
-    const DWORD tag = IO_REPARSE_TAG_MOUNT_POINT;
-    std::memcpy(record.data(), &tag, sizeof tag);
-    record[2] = static_cast<wchar_t>(bytesOf(4 + meant.size() + 1 + shown.size() + 1));
-    record[5] = static_cast<wchar_t>(bytesOf(meant.size()));
-    record[6] = static_cast<wchar_t>(bytesOf(meant.size() + 1));
-    record[7] = static_cast<wchar_t>(bytesOf(shown.size()));
-    record.append(meant).append(1, L'\0').append(shown).append(1, L'\0');
-    fs::create_directory(path);
-    const HANDLE folder = ::CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING,
-                                        FILE_FLAG_OPEN_REPARSE_POINT | FILE_FLAG_BACKUP_SEMANTICS, nullptr);
-    DWORD none = 0;
-    const bool made = ::DeviceIoControl(folder, FSCTL_SET_REPARSE_POINT, record.data(), bytesOf(record.size()), nullptr,
-                                        0, &none, nullptr);
-    ::CloseHandle(folder);
-    return made ? nullptr : "no folder can stand for another here";
-}
 
 TEST_F(FNFileSystemWindowsTest, AJunctionIsNeverEntered) {
     scratch_.write("outside/precious.txt", "x");
