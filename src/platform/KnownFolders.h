@@ -14,6 +14,9 @@ enum class KnownFolder {
     // Settings of the user, and data of this machine's copy of them.
     userData,
     localData,
+    // userData and commonFiles by other names of the system, which may lead to longer paths.
+    roamingData,
+    sharedFiles,
     // Data of all users.
     commonData,
     programFiles,

@@ -1,8 +1,8 @@
 #include "discovery/identity/ApplicationInfo.h"
 
 #include "persistence/files/NameCleaning.h"
-#include "persistence/paths/SpecialFolders.h"
 #include "platform/Identity.h"
+#include "platform/KnownFolders.h"
 
 #include <string>
 
@@ -12,13 +12,14 @@ namespace {
 
 constexpr const char* kUninitialized = "Uninitialized";
 
-// `base` with the names that aren't empty below it; an empty path without a base.
-FNPath below(const FNPath* base, const FString& first, const FString& second = FString()) {
+// The folder with the names that aren't empty below it; an empty path where the system doesn't give the folder.
+FNPath below(platform::KnownFolder folder, const FString& first, const FString& second = FString()) {
     FNPath path(PathKind::folder);
-    if (base == nullptr) {
+    const auto base = platform::knownFolder(folder);
+    if (!base) {
         return path;
     }
-    path = *base;
+    path = FNPath(FStringRef(base->data(), static_cast<std::int32_t>(base->size())), PathKind::folder);
     for (const FString* name : {&first, &second}) {
         if (!name->isEmpty()) {
             path.descend(*name, PathKind::folder);
@@ -77,9 +78,8 @@ void ApplicationInfo::findModule() {
 void ApplicationInfo::buildFolders() {
     FString folderName = applicationName_;
     cleanName(folderName, 0, ControlCharacters::drop);
-    userDataFolder_ = below(userFolder(UserFolder::applicationData), vendor_, folderName);
-    // The name notwithstanding, this is the folder for shared files of programs of this width.
-    sharedFilesFolder_ = below(programFolder(ProgramFolder::commonFilesOther), vendor_);
+    userDataFolder_ = below(platform::KnownFolder::roamingData, vendor_, folderName);
+    sharedFilesFolder_ = below(platform::KnownFolder::sharedFiles, vendor_);
 }
 
 ApplicationInfo& applicationInfo() {

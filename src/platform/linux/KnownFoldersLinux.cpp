@@ -151,6 +151,7 @@ OptionalPath userFolder(std::string_view key) {
 OptionalPath nativeFolder(KnownFolder folder) {
     switch (folder) {
     case KnownFolder::userData:
+    case KnownFolder::roamingData:
         return configurationFolder();
     case KnownFolder::localData:
         return variableOrBelowHome("XDG_DATA_HOME", "/.local/share");
@@ -163,6 +164,7 @@ OptionalPath nativeFolder(KnownFolder folder) {
         return "/usr/local/lib";
     case KnownFolder::commonFiles:
     case KnownFolder::commonFilesOther:
+    case KnownFolder::sharedFiles:
         return "/usr/local/lib/common";
     case KnownFolder::system:
         return "/usr/lib";

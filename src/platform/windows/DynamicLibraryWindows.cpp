@@ -1,6 +1,7 @@
 #include "platform/DynamicLibrary.h"
 
 #include "platform/SystemErrors.h"
+#include "platform/windows/NoErrorBoxes.h"
 #include "platform/windows/SystemPath.h"
 
 #include <windows.h>
@@ -8,22 +9,6 @@
 #include <utility>
 
 namespace tessera::platform {
-
-namespace {
-
-// Without it the system would show the user a box about a file that is no library, and wait for an answer.
-class NoErrorBoxes {
-public:
-    NoErrorBoxes() { SetThreadErrorMode(SEM_FAILCRITICALERRORS, &before_); }
-    NoErrorBoxes(const NoErrorBoxes&) = delete;
-    NoErrorBoxes& operator=(const NoErrorBoxes&) = delete;
-    ~NoErrorBoxes() { SetThreadErrorMode(before_, nullptr); }
-
-private:
-    DWORD before_ = 0;
-};
-
-} // namespace
 
 std::optional<DynamicLibrary> DynamicLibrary::load(const char* path, std::string* error) {
     const NoErrorBoxes quiet;

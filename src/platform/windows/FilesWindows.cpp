@@ -1,5 +1,6 @@
 #include "platform/Files.h"
 
+#include "platform/windows/FileWords.h"
 #include "platform/windows/SystemPath.h"
 
 #include <algorithm>
@@ -18,34 +19,10 @@ constexpr wchar_t kSeparator = L'\\';
 
 constexpr DWORD kMoveMethods[] = {FILE_BEGIN, FILE_CURRENT, FILE_END};
 
-DWORD accessOf(const FileOpenFlags& flags) {
-    return (flags.read ? GENERIC_READ : 0) | (flags.write ? GENERIC_WRITE : 0);
-}
-
-DWORD sharingOf(const FileOpenFlags& flags) {
-    return (flags.shareRead ? FILE_SHARE_READ : 0) | (flags.shareWrite ? FILE_SHARE_WRITE : 0);
-}
-
-DWORD attributesOf(const FileOpenFlags& flags) {
-    return (flags.unbuffered ? FILE_FLAG_NO_BUFFERING : 0) |
-           (flags.deleteOnClose ? FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE : FILE_ATTRIBUTE_NORMAL);
-}
-
-DWORD creationOf(FileDisposition disposition) {
-    switch (disposition) {
-    case FileDisposition::createAlways:
-        return CREATE_ALWAYS;
-    case FileDisposition::createNew:
-        return CREATE_NEW;
-    case FileDisposition::openExisting:
-        break;
-    }
-    return OPEN_EXISTING;
-}
-
 File openAt(const std::wstring& path, const FileOpenFlags& flags, FileDisposition disposition, std::int32_t& error) {
-    File file = fileOf(::CreateFileW(path.c_str(), accessOf(flags), sharingOf(flags), nullptr, creationOf(disposition),
-                                     attributesOf(flags), nullptr));
+    const FileWords words = fileWords(flags, disposition);
+    File file = fileOf(
+        ::CreateFileW(path.c_str(), words.access, words.sharing, nullptr, words.creation, words.attributes, nullptr));
     error = file.isOpen() ? 0 : lastSystemError();
     return file;
 }

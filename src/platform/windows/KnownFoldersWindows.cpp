@@ -1,5 +1,6 @@
 #include "platform/KnownFolders.h"
 
+#include "platform/windows/SystemFolderValue.h"
 #include "platform/windows/WideText.h"
 
 #include <cwchar>
@@ -26,6 +27,10 @@ constexpr int kProgramFilesOther = 42;
 constexpr int kCommonFiles = 43;
 constexpr int kCommonFilesOther = 44;
 
+// {3EB685DB-65F9-4CF6-A03A-E3EF65729F3D}
+constexpr GUID kRoaming = {0x3EB685DB, 0x65F9, 0x4CF6, {0xA0, 0x3A, 0xE3, 0xEF, 0x65, 0x72, 0x9F, 0x3D}};
+// {F7F1ED05-9F6D-47A2-AAAE-29D317C6F066}
+constexpr GUID kShared = {0xF7F1ED05, 0x9F6D, 0x47A2, {0xAA, 0xAE, 0x29, 0xD3, 0x17, 0xC6, 0xF0, 0x66}};
 // {6D809377-6AF0-444B-8957-A3773F02200E}
 constexpr GUID kNativeProgramFiles = {0x6D809377, 0x6AF0, 0x444B, {0x89, 0x57, 0xA3, 0x77, 0x3F, 0x02, 0x20, 0x0E}};
 // {5E6C858F-0E22-4760-9AFE-EA3317B67173}
@@ -61,7 +66,20 @@ OptionalPath knownFolderOf(const GUID& folder) {
     return result;
 }
 
-OptionalPath systemValue(const wchar_t* name) {
+OptionalPath nativeProgramFilesOr(const wchar_t* value) {
+    OptionalPath folder = knownFolderOf(kNativeProgramFiles);
+    return folder ? folder : systemFolderValue(value);
+}
+
+OptionalPath systemFolder() {
+    wchar_t path[MAX_PATH] = {};
+    const UINT length = ::GetSystemDirectoryW(path, MAX_PATH);
+    return length > 0 && length < MAX_PATH ? pathOf(path) : std::nullopt;
+}
+
+} // namespace
+
+std::optional<std::u16string> systemFolderValue(const wchar_t* name) {
     HKEY key = nullptr;
     if (::RegOpenKeyExW(HKEY_LOCAL_MACHINE, kSystemKey, 0, KEY_QUERY_VALUE, &key) != ERROR_SUCCESS) {
         return std::nullopt;
@@ -75,25 +93,16 @@ OptionalPath systemValue(const wchar_t* name) {
     return result == ERROR_SUCCESS && type == REG_SZ ? pathOf(text) : std::nullopt;
 }
 
-OptionalPath nativeProgramFilesOr(const wchar_t* value) {
-    OptionalPath folder = knownFolderOf(kNativeProgramFiles);
-    return folder ? folder : systemValue(value);
-}
-
-OptionalPath systemFolder() {
-    wchar_t path[MAX_PATH] = {};
-    const UINT length = ::GetSystemDirectoryW(path, MAX_PATH);
-    return length > 0 && length < MAX_PATH ? pathOf(path) : std::nullopt;
-}
-
-} // namespace
-
 std::optional<std::u16string> knownFolder(KnownFolder folder) {
     switch (folder) {
     case KnownFolder::userData:
         return specialFolder(kRoamingData);
     case KnownFolder::localData:
         return specialFolder(kLocalData);
+    case KnownFolder::roamingData:
+        return knownFolderOf(kRoaming);
+    case KnownFolder::sharedFiles:
+        return knownFolderOf(kShared);
     case KnownFolder::commonData:
         return specialFolder(kCommonData);
     case KnownFolder::programFiles:

@@ -28,7 +28,7 @@ std::wstring systemPath(std::string_view path);
 // Behind the present folder, and without "." and "..". Empty on failure.
 std::wstring fullPath(const std::wstring& path);
 
-// Without the long form's prefix, which is the system's own business.
+// Without the long form's prefix, which is the system's own business, where the path has another form.
 std::u16string withoutLongPrefix(std::wstring_view path);
 
 // The folder at which the path's volume is mounted, with a separator at the end: "C:\". Empty when it can't be told.

@@ -16,7 +16,7 @@ constexpr std::wstring_view kDevicePrefix = L"\\\\.\\";
 constexpr std::wstring_view kSharePrefix = L"\\\\";
 
 bool isDrive(std::wstring_view path) {
-    const bool letter = (path[0] >= L'a' && path[0] <= L'z') || (path[0] >= L'A' && path[0] <= L'Z');
+    const bool letter = !path.empty() && ((path[0] >= L'a' && path[0] <= L'z') || (path[0] >= L'A' && path[0] <= L'Z'));
     return letter && path.size() >= 2 && path[1] == L':';
 }
 
@@ -93,7 +93,9 @@ std::u16string withoutLongPrefix(std::wstring_view path) {
     if (path.starts_with(kLongSharePrefix)) {
         return textOf(kSharePrefix).append(textOf(path.substr(kLongSharePrefix.size())));
     }
-    return textOf(path.starts_with(kLongPrefix) ? path.substr(kLongPrefix.size()) : path);
+    // What isn't on a drive, as a volume that has none, is reached by the long form alone.
+    const bool isOnDrive = path.starts_with(kLongPrefix) && isDrive(path.substr(kLongPrefix.size()));
+    return textOf(isOnDrive ? path.substr(kLongPrefix.size()) : path);
 }
 
 std::wstring volumeRootOf(const std::wstring& path) {

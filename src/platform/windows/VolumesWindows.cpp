@@ -1,5 +1,6 @@
 #include "platform/Volumes.h"
 
+#include "platform/windows/NoErrorBoxes.h"
 #include "platform/windows/SystemPath.h"
 #include "platform/windows/WideText.h"
 
@@ -107,6 +108,7 @@ std::vector<std::string> volumeRoots() {
 }
 
 std::optional<VolumeInfo> volumeInfo(const std::string& path) {
+    const NoErrorBoxes quiet;
     const std::wstring name = systemPath(path);
     const std::wstring root = volumeRootOf(name);
     const UINT type = root.empty() ? DRIVE_NO_ROOT_DIR : ::GetDriveTypeW(root.c_str());

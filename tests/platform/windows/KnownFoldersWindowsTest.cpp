@@ -1,6 +1,8 @@
 #include "platform/KnownFolders.h"
 
+#include "platform/windows/SystemFolderValue.h"
 #include "platform/windows/WideText.h"
+#include "support/OwnRegistry.h"
 
 #include <gtest/gtest.h>
 
@@ -49,7 +51,51 @@ TEST(KnownFoldersWindows, NumbersAndIdentifiersMeanTheSameFolders) {
     // {F7F1ED05-9F6D-47A2-AAAE-29D317C6F066}
     const GUID common = {0xF7F1ED05, 0x9F6D, 0x47A2, {0xAA, 0xAE, 0x29, 0xD3, 0x17, 0xC6, 0xF0, 0x66}};
     EXPECT_EQ(knownFolder(KnownFolder::userData), byIdentifier(roaming));
+    EXPECT_EQ(knownFolder(KnownFolder::roamingData), byIdentifier(roaming));
     EXPECT_EQ(knownFolder(KnownFolder::commonFiles), byIdentifier(common));
+    EXPECT_EQ(knownFolder(KnownFolder::sharedFiles), byIdentifier(common));
+}
+
+// By the numbers that the system has had for them before.
+TEST(KnownFoldersWindows, TheUsersFoldersAreTheOnesOfTheirNames) {
+    const Row rows[] = {
+        {KnownFolder::documents, CSIDL_PERSONAL}, {KnownFolder::music, CSIDL_MYMUSIC},
+        {KnownFolder::videos, CSIDL_MYVIDEO},     {KnownFolder::pictures, CSIDL_MYPICTURES},
+        {KnownFolder::profile, CSIDL_PROFILE},
+    };
+    for (const Row& row : rows) {
+        wchar_t path[MAX_PATH] = {};
+        ASSERT_TRUE(::SHGetSpecialFolderPathW(nullptr, path, row.number, FALSE)) << row.number;
+        EXPECT_EQ(knownFolder(row.folder), textOf(path)) << row.number;
+    }
+}
+
+void setSystemValue(const wchar_t* name, DWORD type, const void* data, std::size_t size) {
+    HKEY key = nullptr;
+    ASSERT_EQ(::RegCreateKeyExW(HKEY_LOCAL_MACHINE, L"Software\\Microsoft\\Windows\\CurrentVersion", 0, nullptr, 0,
+                                KEY_SET_VALUE, nullptr, &key, nullptr),
+              0);
+    EXPECT_EQ(::RegSetValueExW(key, name, 0, type, static_cast<const BYTE*>(data), static_cast<DWORD>(size)), 0);
+    ::RegCloseKey(key);
+}
+
+TEST(KnownFoldersWindows, AFolderCanComeFromTheRegistry) {
+    const testing_support::OwnRegistry registry;
+    EXPECT_EQ(systemFolderValue(L"ProgramFilesDir"), std::nullopt);
+    setSystemValue(L"ProgramFilesDir", REG_SZ, L"D:\\\u97f3\\", 12);
+    EXPECT_EQ(systemFolderValue(L"ProgramFilesDir"), u"D:\\\u97f3");
+    setSystemValue(L"ProgramFilesDir", REG_DWORD, L"DD", 4);
+    EXPECT_EQ(systemFolderValue(L"ProgramFilesDir"), std::nullopt);
+}
+
+TEST(KnownFoldersWindows, AFolderOfTheRegistryHasAtMost260Bytes) {
+    const testing_support::OwnRegistry registry;
+    const std::wstring longest = L"D:\\" + std::wstring(127, L'x');
+    // The system itself adds an end where one follows in memory.
+    setSystemValue(L"CommonFilesDir", REG_SZ, (longest + L"more").c_str(), 260);
+    EXPECT_EQ(systemFolderValue(L"CommonFilesDir"), textOf(longest)) << "without an end";
+    setSystemValue(L"CommonFilesDir", REG_SZ, longest.c_str(), 262);
+    EXPECT_EQ(systemFolderValue(L"CommonFilesDir"), std::nullopt);
 }
 
 TEST(KnownFoldersWindows, TheUsersFoldersLieInTheProfile) {
