@@ -3,6 +3,7 @@
 #include "discovery/identity/SystemInfo.h"
 #include "link/DriverClient.h"
 #include "support/Eventually.h"
+#include "support/FinishedReport.h"
 #include "support/FakePeer.h"
 #include "support/ScopedEnvironment.h"
 #include "support/SlotOf.h"
@@ -352,15 +353,7 @@ protected:
             << utf8OfPath(program_) << "</Path><Argument>" << argument
             << "</Argument></Executable></AudioExportPostProcess>";
     }
-    std::string arguments() {
-        // It comes up whole, but may not be open to others in the moment of its renaming.
-        std::string report;
-        EXPECT_TRUE(eventually([&] {
-            report = folder_.read("arguments");
-            return !report.empty();
-        }));
-        return report;
-    }
+    std::string arguments() { return testing_support::finishedReport(folder_, "arguments"); }
 
     const ScratchFolder folder_;
     const testing_support::ScopedEnvironment report_{"TESX_TEST_REPORT", utf8OfPath(folder_ / "arguments")};

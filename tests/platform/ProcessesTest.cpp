@@ -2,6 +2,7 @@
 
 #include "platform/Threads.h"
 #include "support/Eventually.h"
+#include "support/FinishedReport.h"
 #include "support/HelperProcess.h"
 #include "support/ProcessTable.h"
 #include "support/ScratchFolder.h"
@@ -14,6 +15,7 @@ namespace tessera::platform {
 namespace {
 
 using testing_support::eventually;
+using testing_support::finishedReport;
 using testing_support::hasVanished;
 using testing_support::HelperProcess;
 using testing_support::isForgotten;
@@ -30,8 +32,7 @@ TEST(Processes, StartsAProgramWithItsArgumentsAsTheyAre) {
                                                       "\xc3\xa4\xf0\x9f\x8e\xb5", "back\\slash", "$HOME *"});
     ASSERT_TRUE(process);
     EXPECT_GT(process.id(), 0);
-    ASSERT_TRUE(eventually([&] { return scratch.has("report"); }));
-    const std::string report = scratch.read("report");
+    const std::string report = finishedReport(scratch, "report");
     EXPECT_TRUE(report.starts_with("argument=plain\n"
                                    "argument=with blank\n"
                                    "argument=\n"

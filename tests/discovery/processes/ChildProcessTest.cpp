@@ -9,6 +9,7 @@
 #include "platform/Semaphore.h"
 #include "platform/Threads.h"
 #include "support/Eventually.h"
+#include "support/FinishedReport.h"
 #include "support/HelperProcess.h"
 #include "support/ProcessTable.h"
 #include "support/ScratchFolder.h"
@@ -86,8 +87,7 @@ TEST_F(ChildProcessTest, StartsTheProgramWithItsArguments) {
     const std::string name = "gr\u00fc\u00dfe \u266b.txt";
     ChildProcess child(helperPath(), nullptr, ChildProcess::kKeepRunning);
     EXPECT_TRUE(child.start({"report", utf8OfPath(scratch / name), "--tesx", "/a file;with marks.wav"}, 0));
-    ASSERT_TRUE(eventually([&] { return scratch.has(name); }));
-    const std::string report = scratch.read(name);
+    const std::string report = testing_support::finishedReport(scratch, name);
     EXPECT_TRUE(report.starts_with("argument=--tesx\nargument=/a file;with marks.wav\n")) << report;
 }
 

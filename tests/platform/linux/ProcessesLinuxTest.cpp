@@ -1,6 +1,7 @@
 #include "platform/Processes.h"
 
 #include "support/Eventually.h"
+#include "support/FinishedReport.h"
 #include "support/HelperProcess.h"
 #include "support/ProcessTable.h"
 #include "support/ScratchFolder.h"
@@ -17,6 +18,7 @@ namespace tessera::platform {
 namespace {
 
 using testing_support::eventually;
+using testing_support::finishedReport;
 using testing_support::hasVanished;
 using testing_support::HelperProcess;
 using testing_support::killByNumber;
@@ -25,8 +27,7 @@ using testing_support::ScratchFolder;
 TEST(ProcessesLinux, QuotesInAnArgumentArrive) {
     const ScratchFolder scratch;
     Process::start(PROCESS_HELPER, {"report", scratch / "report", "with \"quotes\""});
-    EXPECT_TRUE(eventually([&] { return scratch.has("report"); }));
-    EXPECT_EQ(scratch.read("report"), "argument=with \"quotes\"\nfiles=\nblocked=0\npipe ignored=0\n");
+    EXPECT_EQ(finishedReport(scratch, "report"), "argument=with \"quotes\"\nfiles=\nblocked=0\npipe ignored=0\n");
 }
 
 TEST(ProcessesLinux, ChildGetsNoOpenFileAndNoneOfTheCallersSignalSettings) {
@@ -42,8 +43,7 @@ TEST(ProcessesLinux, ChildGetsNoOpenFileAndNoneOfTheCallersSignalSettings) {
 
     const ScratchFolder scratch;
     Process::start(PROCESS_HELPER, {"report", scratch / "report"});
-    EXPECT_TRUE(eventually([&] { return scratch.has("report"); }));
-    EXPECT_EQ(scratch.read("report"), "files=\nblocked=0\npipe ignored=0\n");
+    EXPECT_EQ(finishedReport(scratch, "report"), "files=\nblocked=0\npipe ignored=0\n");
 
     std::signal(SIGPIPE, pipe);
     pthread_sigmask(SIG_SETMASK, &before, nullptr);

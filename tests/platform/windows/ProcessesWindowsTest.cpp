@@ -1,6 +1,7 @@
 #include "platform/Processes.h"
 
 #include "support/Eventually.h"
+#include "support/FinishedReport.h"
 #include "support/HelperProcess.h"
 #include "support/ScratchFolder.h"
 #include "support/windows/OpenHandles.h"
@@ -25,8 +26,7 @@ using testing_support::ScratchFolder;
 std::string reportOf(const ScratchFolder& scratch, std::vector<std::string> arguments) {
     arguments.insert(arguments.begin(), {"report", (scratch / "report").string()});
     EXPECT_TRUE(Process::start(PROCESS_HELPER, arguments));
-    EXPECT_TRUE(eventually([&] { return scratch.has("report"); }));
-    return scratch.read("report");
+    return testing_support::finishedReport(scratch, "report");
 }
 
 TEST(ProcessesWindows, EveryWordOfTheCommandLineStandsInQuotesAndQuotesWithinAreNotEscaped) {
