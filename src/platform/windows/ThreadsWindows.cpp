@@ -16,6 +16,9 @@ namespace {
 
 enum Gate : int { kClosed, kOpen, kCancelled };
 
+// What a thread that has been stopped may take to be gone; one that the system holds takes longer.
+constexpr DWORD kLongestEndMs = 1000;
+
 // How a thread tells a debugger its name.
 constexpr DWORD kThreadNameException = 0x406d1388;
 constexpr DWORD kThreadNameRecord = 0x1000;
@@ -43,12 +46,19 @@ struct ThreadHandle::Control {
     WindowsHandle native;
     DWORD id = 0;
     std::atomic<int> gate{kClosed};
+    std::atomic<bool> heldByThread{true};
 
     static DWORD WINAPI run(void* self);
 
     void release() {
         if (references.fetch_sub(1) == 1) {
             delete this;
+        }
+    }
+    // The thread's part: its last act, and done for one that won't come to that.
+    void releaseForThread() {
+        if (heldByThread.exchange(false)) {
+            release();
         }
     }
     // True when this call has opened the gate: it is opened once.
@@ -71,7 +81,7 @@ DWORD WINAPI ThreadHandle::Control::run(void* self) {
             CoUninitialize();
         }
     }
-    control->release();
+    control->releaseForThread();
     return code;
 }
 
@@ -100,7 +110,14 @@ bool ThreadHandle::wait(std::uint32_t timeoutMs) const {
 }
 
 bool ThreadHandle::terminate() {
-    return control_ != nullptr && control_->isAlive() && TerminateThread(control_->native.get(), 0) != FALSE;
+    if (control_ == nullptr || !control_->isAlive() || TerminateThread(control_->native.get(), 0) == FALSE) {
+        return false;
+    }
+    // The thread may still be on its way to its end, and only there has no more use for what it shares with the handle.
+    if (wait(kLongestEndMs)) {
+        control_->releaseForThread();
+    }
+    return true;
 }
 
 void ThreadHandle::close() {
