@@ -16,7 +16,6 @@
 namespace tessera::platform {
 namespace {
 
-using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing_support::HelperProcess;

@@ -2,6 +2,7 @@
 #include "platform/ProcessPriority.h"
 #include "platform/Semaphore.h"
 #include "platform/Threads.h"
+#include "support/Eventually.h"
 #include "support/windows/OpenHandles.h"
 #include "support/windows/SystemCalls.h"
 
@@ -14,7 +15,6 @@ namespace tessera::platform {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 using testing_support::openHandles;
 using testing_support::SystemCalls;
 
@@ -86,13 +86,39 @@ TEST(ThreadCalls, OrdersGoToTheThreadAsTheyAre) {
     EXPECT_EQ(thread.setIdealProcessor(3), -1);
 }
 
-TEST(ThreadCalls, TerminationGivesTheThreadCodeZero) {
-    ThreadHandle thread = ThreadHandle::createSuspended(nothing, nullptr);
+// Of one that sleeps until it is stopped.
+ThreadHandle endlessThread() {
+    Semaphore began(0);
+    ThreadHandle thread = ThreadHandle::createSuspended(
+        [](void* semaphore) -> std::uint32_t {
+            static_cast<Semaphore*>(semaphore)->release(1);
+            sleepFor(kNoTimeLimit);
+            return 0;
+        },
+        &began);
+    thread.resume();
+    EXPECT_TRUE(began.wait(kLong));
+    return thread;
+}
+
+TEST(ThreadCalls, TerminationGivesTheThreadCodeZeroAndClosingTheHandleBack) {
+    ThreadHandle thread = endlessThread();
     SystemCalls calls;
     EXPECT_TRUE(thread.terminate());
     EXPECT_THAT(calls.take({"TerminateThread"}), ElementsAre("TerminateThread(..., 0)"));
     thread.close();
     EXPECT_THAT(calls.take({"CloseHandle"}), ElementsAre("CloseHandle(...)"));
+}
+
+TEST(ThreadCalls, ARefusedTerminationLeavesTheThreadAlone) {
+    ThreadHandle thread = endlessThread();
+    {
+        SystemCalls calls;
+        calls.answer("TerminateThread", FALSE);
+        EXPECT_FALSE(thread.terminate());
+    }
+    EXPECT_FALSE(thread.wait(0));
+    EXPECT_TRUE(thread.terminate());
 }
 
 TEST(ThreadCalls, NoEndOfAThreadLeavesAHandleBehind) {
@@ -101,19 +127,7 @@ TEST(ThreadCalls, NoEndOfAThreadLeavesAHandleBehind) {
         ended.resume();
         ended.wait(kLong);
         ThreadHandle neverResumed = ThreadHandle::createSuspended(nothing, nullptr);
-        ThreadHandle terminatedAtOnce = ThreadHandle::createSuspended(nothing, nullptr);
-        terminatedAtOnce.terminate();
-        Semaphore began(0);
-        ThreadHandle terminated = ThreadHandle::createSuspended(
-            [](void* semaphore) -> std::uint32_t {
-                static_cast<Semaphore*>(semaphore)->release(1);
-                sleepFor(kNoTimeLimit);
-                return 0;
-            },
-            &began);
-        terminated.resume();
-        began.wait(kLong);
-        terminated.terminate();
+        endlessThread().terminate();
     };
     useAll();
     sleepFor(200);
@@ -122,10 +136,7 @@ TEST(ThreadCalls, NoEndOfAThreadLeavesAHandleBehind) {
         useAll();
     }
     // The ones that were never resumed end by themselves.
-    for (int i = 0; i < 100 && openHandles() > before; ++i) {
-        sleepFor(20);
-    }
-    EXPECT_LE(openHandles(), before);
+    EXPECT_TRUE(testing_support::eventually([&] { return openHandles() <= before; }, std::chrono::seconds(2)));
 }
 
 TEST(ThreadCalls, ThreadsOfThisProcessAreListedFromOneSnapshot) {

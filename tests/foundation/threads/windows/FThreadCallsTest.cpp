@@ -3,6 +3,7 @@
 #include "foundation/threads/FReadWriteLock.h"
 #include "foundation/threads/FThread.h"
 #include "foundation/threads/FThreadLocal.h"
+#include "platform/Semaphore.h"
 #include "platform/Threads.h"
 #include "support/Counted.h"
 #include "support/windows/SystemCalls.h"
@@ -34,15 +35,30 @@ public:
     }
 };
 
+// Runs until its object goes.
+class WaitingThread : public FThread {
+public:
+    WaitingThread() : FThread("waiting") {}
+    ~WaitingThread() override {
+        end_.release(1);
+        join();
+    }
+    std::uint32_t run() override {
+        end_.wait(platform::kNoTimeLimit);
+        return 0;
+    }
+
+private:
+    platform::Semaphore end_{0};
+};
+
 class FThreadCalls : public testing::Test {
 protected:
-    // Of a thread whose body hasn't begun, so that it can't end in between.
     void SetUp() override {
-        calls_.answer("ResumeThread", 1);
         thread_.start();
+        ASSERT_TRUE(thread_.getHandle());
         calls_.take();
     }
-    void TearDown() override { thread_.terminate(); }
     std::vector<std::string> takeOrders() {
         return calls_.take({"SetThreadPriority", "SetThreadAffinityMask", "SetThreadIdealProcessor"});
     }
@@ -51,7 +67,7 @@ protected:
     const std::uint64_t all_ = platform::processAffinityMask();
     const std::int32_t first_ = std::countr_zero(all_);
     SystemCalls calls_;
-    FThread thread_{"waiting"};
+    WaitingThread thread_;
 };
 
 TEST(FThreadStart, SetsThePriorityBeforeTheFirstInstruction) {
