@@ -20,9 +20,9 @@ public:
     ~Process() { close(); }
 
     // Starts a program with these arguments, its own path aside, without waiting for it. A name without a separator is
-    // searched for where the system looks for programs. The child gets the standard streams and no other open file,
-    // default signal handling, and this process's environment and working folder. Nothing is left behind in this
-    // process when it ends, kept or not. Empty when it can't be started.
+    // searched for where the system looks for programs. The child gets the standard streams (on Windows those of a
+    // console alone) and no other open file, default signal handling, and this process's environment and working
+    // folder. Nothing is left behind in this process when it ends, kept or not. Empty when it can't be started.
     static Process start(const std::string& executable, const std::vector<std::string>& arguments);
     // Empty when there is no such process or it may not be reached.
     static Process open(int processId);
