@@ -84,6 +84,8 @@ TEST(DiscoveryCalls, AThreadHasThreePrioritiesAndTheProcessorsOfTheProcess) {
     EXPECT_FALSE(last < 63 && thread.setAffinity(last + 1));
     EXPECT_THAT(calls.take({"SetThreadAffinityMask"}),
                 ElementsAre("SetThreadAffinityMask(..., " + std::to_string(std::uint64_t{1} << last) + ")"));
+    thread.start();
+    thread.join();
 }
 
 TEST(DiscoveryCalls, AChildIsStartedByTheNativePathInQuotes) {

@@ -84,6 +84,8 @@ TEST(ThreadCalls, OrdersGoToTheThreadAsTheyAre) {
     EXPECT_EQ(thread.setIdealProcessor(3), 5) << "the previous one";
     calls.answer("SetThreadIdealProcessor", -1);
     EXPECT_EQ(thread.setIdealProcessor(3), -1);
+    thread.resume();
+    thread.wait(kLong);
 }
 
 // Of one that sleeps until it is stopped.
