@@ -1,5 +1,5 @@
-// finishedReport(folder, name): what a program of the tests has written under a name that comes up whole, by a renaming.
-// Waits until it can be read: in the moment of its renaming a file may be there and closed to others.
+// finishedReport(folder, name): what a program of the tests has written under a name that comes up whole, by a
+// renaming. Waits until it can be read: in the moment of its renaming a file may be there and closed to others.
 #pragma once
 
 #include "support/Eventually.h"
@@ -16,7 +16,8 @@ inline std::string finishedReport(const ScratchFolder& folder, const std::string
     EXPECT_TRUE(eventually([&] {
         report = folder.read(name);
         return !report.empty();
-    })) << name << " hasn't come up";
+    })) << name
+        << " hasn't come up";
     return report;
 }
 
