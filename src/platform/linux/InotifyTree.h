@@ -63,7 +63,6 @@ private:
     };
     // What a folder went through that has come up under our eyes.
     struct Arrival {
-        std::uint64_t boundary;
         std::vector<std::string> found;
         Names told;
     };

@@ -485,7 +485,7 @@ void InotifyTree::retryMissed(int watch) {
         return; // listed whole should it come back
     }
     if (node->unlisted) {
-        listAll({{node, *std::exchange(node->unlisted, std::nullopt)}});
+        listAll({{node, *node->unlisted}});
     }
     std::vector<std::pair<std::string, Telling>> names;
     for (const auto& [name, missed] : node->missed) {
@@ -581,11 +581,15 @@ void InotifyTree::place(int folder, Node& parent, std::string_view name, Telling
     }
     if (node->generation != generation_) {
         node->generation = generation_;
-        further.push_back({node, isNew ? telling : Telling::quiet});
+        further.push_back({node, isNew ? telling : node->unlisted.value_or(Telling::quiet)});
     }
 }
 
 void InotifyTree::list(Node& node, Telling telling, std::vector<ToList>& further) {
+    if (telling == Telling::loud && node.arrival == nullptr) {
+        // From now on, also while the listing has to wait: its watch may tell of what the list then shows.
+        node.arrival = std::make_unique<Arrival>();
+    }
     const int file = openFolder(node);
     if (file == -1) {
         unsure_ = true;
@@ -593,10 +597,8 @@ void InotifyTree::list(Node& node, Telling telling, std::vector<ToList>& further
         retry_.push_back(node.watch);
         return;
     }
-    std::unique_ptr<Arrival> arrival;
-    if (telling == Telling::loud) {
-        arrival = std::make_unique<Arrival>();
-    }
+    node.unlisted.reset();
+    Arrival* const arrival = telling == Telling::loud ? node.arrival.get() : nullptr;
     const FolderEntries entries(file);
     while (const dirent* entry = entries.next()) {
         if (arrival != nullptr) {
@@ -607,9 +609,7 @@ void InotifyTree::list(Node& node, Telling telling, std::vector<ToList>& further
         }
     }
     if (arrival != nullptr) {
-        arrival->boundary = queueEnd();
-        arrivals_.push_back({node.watch, arrival->boundary});
-        node.arrival = std::move(arrival);
+        arrivals_.push_back({node.watch, queueEnd()});
     }
 }
 

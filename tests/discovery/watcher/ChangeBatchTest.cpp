@@ -1,5 +1,7 @@
 #include "discovery/watcher/ChangeBatch.h"
 
+#include "discovery/watcher/PrintedChange.h"
+
 #include <gtest/gtest.h>
 
 namespace tessera::test {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "discovery/watcher/DirectoryWatcher.h"
+#include "discovery/watcher/PrintedChange.h"
 #include "support/Eventually.h"
 #include "support/ScratchFolder.h"
 
@@ -15,15 +16,6 @@
 #include <mutex>
 #include <string>
 #include <vector>
-
-namespace tessera {
-
-inline std::ostream& operator<<(std::ostream& out, const ChangeEvent& event) {
-    const char* const kinds[] = {"added", "removed", "modified", "renamed", "other"};
-    return out << kinds[static_cast<std::size_t>(event.kind)] << " " << event.path << " " << event.newPath;
-}
-
-} // namespace tessera
 
 namespace tessera::test {
 
