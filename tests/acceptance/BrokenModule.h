@@ -7,32 +7,13 @@
 #include "shell/hostapi/IHostServices.h"
 #include "shell/hostapi/IModuleFactory.h"
 #include "shell/hostapi/IPlugin.h"
+#include "support/Counted.h"
 
 #include <cstring>
 
 namespace tessera::broken {
 
-// Counts references and answers for its own interface alone.
-template <class Interface>
-class Counted : public Interface {
-public:
-    virtual ~Counted() = default;
-    FResult queryInterface(const FUIDBytes& uid, void** out) override {
-        *out = uid == IBaseUnknown::iid || uid == Interface::iid ? static_cast<Interface*>(this) : nullptr;
-        return *out == nullptr ? kNoInterface : (++references_, kResultOk);
-    }
-    std::uint32_t addRef() override { return ++references_; }
-    std::uint32_t release() override {
-        const std::uint32_t left = --references_;
-        if (left == 0) {
-            delete this;
-        }
-        return left;
-    }
-
-private:
-    std::uint32_t references_ = 1;
-};
+using test::Counted;
 
 class Plugin : public Counted<IPlugin> {
 public:

@@ -1,6 +1,6 @@
 #include "platform/FolderChangePort.h"
 
-#include "support/ScratchFolder.h"
+#include "platform/FolderChangePortFixture.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -14,31 +14,10 @@ namespace {
 
 namespace fs = std::filesystem;
 using platform::FolderChange;
-using platform::FolderChangePort;
 using testing_support::ScratchFolder;
 using testing_support::utf8OfPath;
-using Changes = std::vector<FolderChange>;
 
-constexpr FolderChangePort::Key kKey = 7;
-
-class FolderChangePortTest : public testing::Test {
-protected:
-    void SetUp() override {
-        ASSERT_NE(port_, nullptr);
-        ASSERT_TRUE(port_->open(kKey, utf8OfPath(scratch_.path())));
-    }
-    // One wait that is about the folder, and what it has to tell.
-    FolderChangePort::Read take() {
-        FolderChangePort::Key key = 0;
-        EXPECT_EQ(port_->wait(key), FolderChangePort::Event::folder);
-        EXPECT_EQ(key, kKey);
-        return port_->take(key, changes_);
-    }
-
-    ScratchFolder scratch_;
-    std::unique_ptr<FolderChangePort> port_ = FolderChangePort::create();
-    Changes changes_;
-};
+class FolderChangePortTest : public FolderChangePortFixture {};
 
 TEST_F(FolderChangePortTest, TellsAChangeUnderItsKeyAndGoesOn) {
     fs::create_directory(scratch_ / "a");

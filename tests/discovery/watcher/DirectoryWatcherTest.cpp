@@ -21,13 +21,8 @@ using Events = std::vector<ChangeEvent>;
 // A worker that has ended by itself is known until the next one starts, which some systems count.
 constexpr std::size_t kEndedWorker = 1;
 
-class DirectoryWatcherTest : public testing::Test {
+class DirectoryWatcherTest : public WatcherFixture {
 protected:
-    // The worker may still be in a listener, also when a listener has stopped the watcher.
-    ~DirectoryWatcherTest() override { watcher_.stop(); }
-
-    std::string root() const { return genericOf(scratch_.path()); }
-    bool watchRoot() { return watcher_.watch(root()); }
     // Makes a folder and waits until that has been told: a system may lose changes that come too fast.
     testing::AssertionResult isTold(const std::string& name) {
         fs::create_directory(scratch_ / name);
@@ -35,10 +30,6 @@ protected:
                                                           : testing::AssertionFailure() << name << " isn't told";
     }
     bool isSilentAbout(const std::string& name) { return recorder_.about(name).empty(); }
-
-    ScratchFolder scratch_;
-    DirectoryWatcher watcher_;
-    Recorder recorder_{watcher_, scratch_.path()};
 };
 
 TEST_F(DirectoryWatcherTest, TellsWhatComesAndGoes) {

@@ -98,6 +98,20 @@ private:
     std::size_t batches_ = 0;
 };
 
+// A watcher, its recorder, and a scratch folder that isn't watched yet.
+class WatcherFixture : public testing::Test {
+protected:
+    // The worker may still be in a listener, also when a listener has stopped the watcher.
+    ~WatcherFixture() override { watcher_.stop(); }
+
+    std::string root() const { return genericOf(scratch_.path()); }
+    bool watchRoot() { return watcher_.watch(root()); }
+
+    testing_support::ScratchFolder scratch_;
+    DirectoryWatcher watcher_;
+    Recorder recorder_{watcher_, scratch_.path()};
+};
+
 // What this process holds of the system, and its threads.
 std::size_t openFiles();
 std::size_t runningThreads();

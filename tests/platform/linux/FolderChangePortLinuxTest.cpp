@@ -1,6 +1,6 @@
 #include "platform/FolderChangePort.h"
 
-#include "support/ScratchFolder.h"
+#include "platform/FolderChangePortFixture.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -15,30 +15,9 @@ namespace {
 
 namespace fs = std::filesystem;
 using platform::FolderChange;
-using platform::FolderChangePort;
 using testing_support::ScratchFolder;
-using Changes = std::vector<FolderChange>;
 
-constexpr FolderChangePort::Key kKey = 7;
-
-class FolderChangePortLinuxTest : public testing::Test {
-protected:
-    void SetUp() override {
-        ASSERT_NE(port_, nullptr);
-        ASSERT_TRUE(port_->open(kKey, scratch_.path().string()));
-    }
-    // One wait that is about the folder, and what it has to tell.
-    FolderChangePort::Read take() {
-        FolderChangePort::Key key = 0;
-        EXPECT_EQ(port_->wait(key), FolderChangePort::Event::folder);
-        EXPECT_EQ(key, kKey);
-        return port_->take(key, changes_);
-    }
-
-    ScratchFolder scratch_;
-    std::unique_ptr<FolderChangePort> port_ = FolderChangePort::create();
-    Changes changes_;
-};
+class FolderChangePortLinuxTest : public FolderChangePortFixture {};
 
 // Watches that the system counts for this process.
 std::size_t watchCount() {

@@ -1,17 +1,11 @@
 #include "platform/NativePath.h"
 
+#include "platform/NativePathForms.h"
+
 #include <gtest/gtest.h>
 
 namespace tessera::platform {
 namespace {
-
-std::string native(std::u16string_view path) {
-    return toNativePath(path).value_or("none");
-}
-
-std::u16string ours(std::string_view path) {
-    return fromNativePath(path).value_or(u"none");
-}
 
 TEST(NativePath, BackslashesBecomeSlashes) {
     EXPECT_TRUE(hasSingleRoot());

@@ -1,8 +1,8 @@
 // What the Linux side alone promises of threads: nice values, signal masks, and numbers that the system knows.
 #include "platform/ProcessPriority.h"
-#include "platform/Semaphore.h"
 #include "platform/Threads.h"
 
+#include "platform/SleepingThread.h"
 #include "support/Eventually.h"
 
 #include <gtest/gtest.h>
@@ -15,29 +15,9 @@
 namespace tessera::platform {
 namespace {
 
-class SleepingThread {
-public:
-    SleepingThread()
-        : handle(ThreadHandle::createSuspended(
-              [](void* self) -> std::uint32_t {
-                  static_cast<SleepingThread*>(self)->end_.wait(kNoTimeLimit);
-                  return 0;
-              },
-              this)) {
-        handle.resume();
-    }
-    ~SleepingThread() {
-        end_.release(1);
-        handle.wait(kNoTimeLimit);
-    }
-
-    int nice() const { return getpriority(PRIO_PROCESS, handle.id()); }
-
-    ThreadHandle handle;
-
-private:
-    Semaphore end_{0};
-};
+int niceOf(const SleepingThread& thread) {
+    return getpriority(PRIO_PROCESS, thread.handle.id());
+}
 
 bool mayRaise() {
     rlimit limit{};
@@ -59,9 +39,9 @@ TEST(ThreadsLinux, PriorityIsANiceValueOfTheOneThread) {
     const int own = getpriority(PRIO_PROCESS, gettid());
     SleepingThread thread;
     EXPECT_TRUE(thread.handle.setPriority(-1));
-    EXPECT_EQ(thread.nice(), 2);
+    EXPECT_EQ(niceOf(thread), 2);
     EXPECT_TRUE(thread.handle.setPriority(-15));
-    EXPECT_EQ(thread.nice(), 19);
+    EXPECT_EQ(niceOf(thread), 19);
     EXPECT_EQ(getpriority(PRIO_PROCESS, gettid()), own);
 }
 
@@ -71,8 +51,8 @@ TEST(ThreadsLinux, ClassOfTheProcessMovesItsThreadsAlong) {
                   SleepingThread thread;
                   thread.handle.setPriority(-1);
                   return setProcessClass(kBelowNormalClass) && processClass() == kBelowNormalClass &&
-                         thread.nice() == 7 && getpriority(PRIO_PROCESS, gettid()) == 5 &&
-                         thread.handle.setPriority(-2) && thread.nice() == 9;
+                         niceOf(thread) == 7 && getpriority(PRIO_PROCESS, gettid()) == 5 &&
+                         thread.handle.setPriority(-2) && niceOf(thread) == 9;
               }),
               0);
 }
@@ -86,8 +66,8 @@ TEST(ThreadsLinux, RefusedClassLeavesAllThreadsWhereTheyWere) {
                       return false;
                   }
                   SleepingThread thread;
-                  return !setProcessClass(kHighClass) && processClass() == kNormalClass && thread.nice() == 0 &&
-                         !thread.handle.setPriority(15) && thread.nice() == 0;
+                  return !setProcessClass(kHighClass) && processClass() == kNormalClass && niceOf(thread) == 0 &&
+                         !thread.handle.setPriority(15) && niceOf(thread) == 0;
               }),
               0);
 }
@@ -99,8 +79,8 @@ TEST(ThreadsLinux, HighClassRaisesWhoMay) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     EXPECT_EQ(inAnotherProcess([] {
                   SleepingThread thread;
-                  return setProcessClass(kHighClass) && thread.nice() == -10 && setProcessClass(kNormalClass) &&
-                         thread.nice() == 0;
+                  return setProcessClass(kHighClass) && niceOf(thread) == -10 && setProcessClass(kNormalClass) &&
+                         niceOf(thread) == 0;
               }),
               0);
 }

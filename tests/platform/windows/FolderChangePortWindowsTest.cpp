@@ -1,6 +1,6 @@
 #include "platform/FolderChangePort.h"
 
-#include "support/ScratchFolder.h"
+#include "platform/FolderChangePortFixture.h"
 #include "support/windows/OpenHandles.h"
 
 #include <gmock/gmock.h>
@@ -12,32 +12,15 @@
 #include <string>
 #include <vector>
 
-namespace tessera::platform {
+namespace tessera::test {
 namespace {
 
 namespace fs = std::filesystem;
+using platform::FolderChange;
 using testing_support::openHandles;
 using testing_support::ScratchFolder;
 
-constexpr FolderChangePort::Key kKey = 7;
-
-class FolderChangePortWindowsTest : public testing::Test {
-protected:
-    void SetUp() override {
-        ASSERT_NE(port_, nullptr);
-        ASSERT_TRUE(port_->open(kKey, scratch_.path().string()));
-    }
-    FolderChangePort::Read take() {
-        FolderChangePort::Key key = 0;
-        EXPECT_EQ(port_->wait(key), FolderChangePort::Event::folder);
-        EXPECT_EQ(key, kKey);
-        return port_->take(key, changes_);
-    }
-
-    ScratchFolder scratch_;
-    std::unique_ptr<FolderChangePort> port_ = FolderChangePort::create();
-    std::vector<FolderChange> changes_;
-};
+class FolderChangePortWindowsTest : public FolderChangePortFixture {};
 
 TEST_F(FolderChangePortWindowsTest, NamesOutsideTheCodePageArriveInUtf8) {
     fs::create_directory(scratch_.path() / u8"\u00e4\u65e5\U0001f3b5");
@@ -84,4 +67,4 @@ TEST_F(FolderChangePortWindowsTest, LeavesNoHandleBehind) {
 }
 
 } // namespace
-} // namespace tessera::platform
+} // namespace tessera::test

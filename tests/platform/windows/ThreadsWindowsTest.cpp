@@ -1,9 +1,10 @@
 // What the Windows side alone promises of threads: the system's own priority values and classes, and its objects on
 // every thread.
 #include "platform/ProcessPriority.h"
-#include "platform/Semaphore.h"
 #include "platform/ThreadSlots.h"
 #include "platform/Threads.h"
+
+#include "platform/SleepingThread.h"
 
 #include <gtest/gtest.h>
 
@@ -13,40 +14,18 @@
 namespace tessera::platform {
 namespace {
 
-class SleepingThread {
-public:
-    SleepingThread()
-        : handle(ThreadHandle::createSuspended(
-              [](void* self) -> std::uint32_t {
-                  static_cast<SleepingThread*>(self)->end_.wait(kNoTimeLimit);
-                  return 0;
-              },
-              this)) {
-        handle.resume();
-    }
-    ~SleepingThread() {
-        end_.release(1);
-        handle.wait(kNoTimeLimit);
-    }
-
-    int priority() const {
-        const HANDLE opened = OpenThread(THREAD_QUERY_INFORMATION, FALSE, handle.id());
-        const int value = GetThreadPriority(opened);
-        CloseHandle(opened);
-        return value;
-    }
-
-    ThreadHandle handle;
-
-private:
-    Semaphore end_{0};
-};
+int priorityOf(const SleepingThread& thread) {
+    const HANDLE opened = OpenThread(THREAD_QUERY_INFORMATION, FALSE, thread.handle.id());
+    const int value = GetThreadPriority(opened);
+    CloseHandle(opened);
+    return value;
+}
 
 TEST(ThreadsWindows, PriorityIsTheSystemsOwnValue) {
     SleepingThread thread;
     for (const int value : {-15, -2, -1, 1, 2, 15, 0}) {
         EXPECT_TRUE(thread.handle.setPriority(value)) << value;
-        EXPECT_EQ(thread.priority(), value);
+        EXPECT_EQ(priorityOf(thread), value);
     }
 }
 
@@ -89,7 +68,7 @@ TEST(ThreadsWindows, OpenedThreadMayBeGivenAPriority) {
     const auto opened = reinterpret_cast<HANDLE>(openThread(thread.handle.id()));
     ASSERT_NE(opened, nullptr);
     EXPECT_TRUE(SetThreadPriority(opened, -1));
-    EXPECT_EQ(thread.priority(), -1);
+    EXPECT_EQ(priorityOf(thread), -1);
     EXPECT_TRUE(CloseHandle(opened));
     EXPECT_EQ(openThread(0), 0u);
 }

@@ -29,13 +29,8 @@ ChangeEvent renamed(const std::string& path, const std::string& newPath) {
     return {ChangeKind::renamed, path, newPath};
 }
 
-class DirectoryWatcherLinuxTest : public testing::Test {
+class DirectoryWatcherLinuxTest : public WatcherFixture {
 protected:
-    // The worker may still be in a listener, also when a listener has stopped the watcher.
-    ~DirectoryWatcherLinuxTest() override { watcher_.stop(); }
-
-    std::string root() const { return scratch_.path().string(); }
-    bool watchRoot() { return watcher_.watch(root()); }
     // A last change, so that all before it has been told as well.
     void finish() {
         fs::create_directory(scratch_ / "the-end");
@@ -48,10 +43,6 @@ protected:
         std::erase(events, added("the-end"));
         return events;
     }
-
-    ScratchFolder scratch_;
-    DirectoryWatcher watcher_;
-    Recorder recorder_{watcher_, scratch_.path()};
 };
 
 TEST_F(DirectoryWatcherLinuxTest, TellsEachKindOnceInOrder) {
