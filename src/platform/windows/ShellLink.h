@@ -8,7 +8,7 @@
 
 namespace tessera::platform {
 
-// Both paths in the system's form. Fails where the name is taken.
+// Both paths in the system's form; a relative target lies behind the folder of the link. Fails where the name is taken.
 bool saveShellLink(const std::wstring& path, const std::wstring& target, std::int32_t& error);
 
 // The absolute path that the link says; nothing for what is no such file, or one to something that is no file.

@@ -21,6 +21,19 @@ struct LinkObject {
     }
 };
 
+// What a relative target means for the link: it leads there from its own folder, wherever the program is then. The call
+// itself would take it as lying on the user's desktop.
+std::wstring wholeTarget(const std::wstring& path, const std::wstring& target) {
+    if (target.empty()) {
+        return {};
+    }
+    if (target.front() == L'\\' || isOnDrive(target)) {
+        return fullPath(target);
+    }
+    const std::wstring link = fullPath(path);
+    return fullPath(link.substr(0, link.rfind(L'\\') + 1) + target);
+}
+
 // Takes the name before the link is saved under it, which would replace what has it.
 bool reserve(const std::wstring& path, std::int32_t& error) {
     const File file =
@@ -45,6 +58,11 @@ std::wstring targetOf(IShellLinkW& link) {
 } // namespace
 
 bool saveShellLink(const std::wstring& path, const std::wstring& target, std::int32_t& error) {
+    const std::wstring whole = wholeTarget(path, target);
+    if (whole.empty()) {
+        error = ERROR_INVALID_NAME;
+        return false;
+    }
     if (!reserve(path, error)) {
         return false;
     }
@@ -52,7 +70,7 @@ bool saveShellLink(const std::wstring& path, const std::wstring& target, std::in
     LinkObject object;
     HRESULT result = object.create();
     if (SUCCEEDED(result)) {
-        result = object.link->SetPath(target.c_str());
+        result = object.link->SetPath(whole.c_str());
     }
     if (SUCCEEDED(result)) {
         result = object.file->Save(path.c_str(), FALSE);

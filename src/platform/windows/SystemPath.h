@@ -25,6 +25,9 @@ std::wstring systemPath(std::u16string_view path, std::size_t limit = kLongPath)
 // From UTF-8 with either separator.
 std::wstring systemPath(std::string_view path);
 
+// Whether it starts with a drive, as "C:\a" and "C:a" do.
+bool isOnDrive(std::wstring_view path);
+
 // Behind the present folder, and without "." and "..". Empty on failure.
 std::wstring fullPath(const std::wstring& path);
 

@@ -15,20 +15,15 @@ constexpr std::wstring_view kLongSharePrefix = L"\\\\?\\UNC\\";
 constexpr std::wstring_view kDevicePrefix = L"\\\\.\\";
 constexpr std::wstring_view kSharePrefix = L"\\\\";
 
-bool isDrive(std::wstring_view path) {
-    const bool letter = !path.empty() && ((path[0] >= L'a' && path[0] <= L'z') || (path[0] >= L'A' && path[0] <= L'Z'));
-    return letter && path.size() >= 2 && path[1] == L':';
-}
-
 bool isWhole(std::wstring_view path) {
-    return path.starts_with(kSharePrefix) || (path.size() >= 3 && isDrive(path) && path[2] == kSeparator);
+    return path.starts_with(kSharePrefix) || (path.size() >= 3 && isOnDrive(path) && path[2] == kSeparator);
 }
 
 void tidyEnd(std::wstring& path) {
     while (path.size() > 1 && path.back() == kSeparator) {
         path.pop_back();
     }
-    if (path.size() == 2 && isDrive(path)) {
+    if (path.size() == 2 && isOnDrive(path)) {
         path.push_back(kSeparator);
     }
 }
@@ -69,6 +64,11 @@ std::wstring shareRootOf(const std::wstring& path) {
 
 } // namespace
 
+bool isOnDrive(std::wstring_view path) {
+    const bool letter = !path.empty() && ((path[0] >= L'a' && path[0] <= L'z') || (path[0] >= L'A' && path[0] <= L'Z'));
+    return letter && path.size() >= 2 && path[1] == L':';
+}
+
 std::wstring fullPath(const std::wstring& path) {
     std::wstring full(MAX_PATH, L'\0');
     for (;;) {
@@ -94,8 +94,8 @@ std::u16string withoutLongPrefix(std::wstring_view path) {
         return textOf(kSharePrefix).append(textOf(path.substr(kLongSharePrefix.size())));
     }
     // What isn't on a drive, as a volume that has none, is reached by the long form alone.
-    const bool isOnDrive = path.starts_with(kLongPrefix) && isDrive(path.substr(kLongPrefix.size()));
-    return textOf(isOnDrive ? path.substr(kLongPrefix.size()) : path);
+    const bool onDrive = path.starts_with(kLongPrefix) && isOnDrive(path.substr(kLongPrefix.size()));
+    return textOf(onDrive ? path.substr(kLongPrefix.size()) : path);
 }
 
 std::wstring volumeRootOf(const std::wstring& path) {
