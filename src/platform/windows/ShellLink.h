@@ -8,7 +8,8 @@
 
 namespace tessera::platform {
 
-// Both paths in the system's form; a relative target lies behind the folder of the link. Fails where the name is taken.
+// Both paths in the system's form; a relative target lies behind the folder of the link. Fails where the name is taken,
+// and for a target of 260 characters or more, which no link can say.
 bool saveShellLink(const std::wstring& path, const std::wstring& target, std::int32_t& error);
 
 // The absolute path that the link says; nothing for what is no such file, or one to something that is no file.

@@ -59,8 +59,9 @@ std::wstring targetOf(IShellLinkW& link) {
 
 bool saveShellLink(const std::wstring& path, const std::wstring& target, std::int32_t& error) {
     const std::wstring whole = wholeTarget(path, target);
-    if (whole.empty()) {
-        error = ERROR_INVALID_NAME;
+    // Who reads links has room for so much and no more.
+    if (whole.empty() || whole.size() >= MAX_PATH) {
+        error = whole.empty() ? ERROR_INVALID_NAME : ERROR_FILENAME_EXCED_RANGE;
         return false;
     }
     if (!reserve(path, error)) {

@@ -45,6 +45,29 @@ TEST_F(FileEntriesWindowsTest, ALinkToNothingIsntMade) {
     EXPECT_EQ(scratch_.entryCount(), 0u);
 }
 
+// There is no room for a longer target in a link.
+TEST_F(FileEntriesWindowsTest, ALinkIsWholeOrIsntThere) {
+    const std::u16string longest = u"C:\\" + std::u16string(128, u'a') + u"\\" + std::u16string(127, u'b');
+    ASSERT_EQ(longest.size(), 259u);
+    EXPECT_TRUE(createLink(path("a.lnk"), longest, error_));
+    EXPECT_EQ(readLink(path("a.lnk")), longest);
+    EXPECT_FALSE(createLink(path("b.lnk"), longest + u"b", error_));
+    EXPECT_EQ(error_, ERROR_FILENAME_EXCED_RANGE);
+    EXPECT_EQ(scratch_.entryCount(), 1u);
+}
+
+TEST_F(FileEntriesWindowsTest, QuestionsAreAnsweredWhileSomebodyKeepsTheFileToHimself) {
+    scratch_.write("file", "x");
+    const HANDLE file =
+        ::CreateFileW((scratch_ / "file").c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    ASSERT_NE(file, INVALID_HANDLE_VALUE);
+    EXPECT_EQ(canonicalPath(path("FILE")), path("file"));
+    EXPECT_TRUE(isSameFile(path("file"), path("FILE")));
+    EXPECT_EQ(fileKindOf(path("file")), FileKind::file);
+    EXPECT_TRUE(fileStatus(path("file"), error_));
+    ::CloseHandle(file);
+}
+
 TEST_F(FileEntriesWindowsTest, TimesAreThoseOfTheFile) {
     scratch_.write("file", "x");
     // 2001-09-09 01:46:40, and a second and a bit before 1970.

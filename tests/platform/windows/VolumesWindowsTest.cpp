@@ -39,9 +39,11 @@ TEST(VolumesWindows, AVolumeIsWhatTheSystemTellsOfIt) {
     EXPECT_EQ(info->fileSystem, utf8Of(std::wstring_view(format)));
     EXPECT_EQ(info->readOnly, (flags & FILE_READ_ONLY_VOLUME) != 0);
     ULARGE_INTEGER total = {};
-    ASSERT_TRUE(::GetDiskFreeSpaceExW(root.c_str(), nullptr, &total, nullptr));
-    // The two calls round to their own blocks.
+    ULARGE_INTEGER available = {};
+    ASSERT_TRUE(::GetDiskFreeSpaceExW(root.c_str(), &available, &total, nullptr));
+    // The two calls round to their own blocks, and others write meanwhile.
     EXPECT_NEAR(static_cast<double>(info->totalBytes), static_cast<double>(total.QuadPart), 1 << 20);
+    EXPECT_NEAR(static_cast<double>(info->availableBytes), static_cast<double>(available.QuadPart), 1 << 28);
 }
 
 // An empty drive would bring up a box, which nobody may be there to answer.

@@ -504,6 +504,8 @@ TEST_F(FNFileSystemWindowsTest, TheHiddenWindowPassesOnWhatTheSystemTellsOfVolum
 
     EXPECT_TRUE(files_.setVolumeMessages(false));
     EXPECT_EQ(::FindWindowW(L"MarlgroveDevWnd", nullptr), nullptr);
+    WNDCLASSW type = {};
+    EXPECT_FALSE(::GetClassInfoW(::GetModuleHandleW(nullptr), L"MarlgroveDevWnd", &type)) << "the class goes, too";
     EXPECT_TRUE(files_.setVolumeMessages(true)) << "the switch works more than once";
     EXPECT_TRUE(files_.setVolumeMessages(false));
     files_.removeVolumeListener(unknown);
