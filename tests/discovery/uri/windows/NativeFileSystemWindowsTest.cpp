@@ -125,6 +125,15 @@ TEST_F(NativeFileSystemWindowsTest, AFileInUseStaysAndSaysWhy) {
     EXPECT_EQ(scratch_.read("folder/file"), "x");
 }
 
+TEST_F(NativeFileSystemWindowsTest, TimesAreRoundedDownToTheSystemsUnit) {
+    scratch_.write("file", "x");
+    using std::chrono::nanoseconds;
+    for (const auto& [set, kept] : {std::pair{150, 100}, std::pair{-150, -200}, std::pair{-100, -100}}) {
+        EXPECT_TRUE(files_.setLastWriteTime(at("file"), FileSystem::Time(nanoseconds(set))).ok());
+        EXPECT_EQ(files_.lastWriteTime(at("file")).value(), FileSystem::Time(nanoseconds(kept))) << set;
+    }
+}
+
 TEST_F(NativeFileSystemWindowsTest, TimesBeyondTheClockEndAtItsEnds) {
     scratch_.write("file", "x");
     const FILETIME first = {1, 0};
