@@ -1,0 +1,80 @@
+// What the service leaves of the system's things behind when it has come and gone.
+#include "shell/ExchangeService.h"
+
+#include "discovery/identity/SystemInfo.h"
+#include "discovery/registry/ServiceDiscovery.h"
+#include "platform/Processes.h"
+#include "support/Eventually.h"
+#include "support/FakePeer.h"
+#include "support/SystemFolders.h"
+#include "support/host/FakeContext.h"
+#include "support/host/FakeHost.h"
+#include "support/windows/OpenHandles.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <memory>
+
+namespace tessera {
+namespace {
+
+using test::FakeContext;
+using test::FakeHost;
+using test::FakePeer;
+using test::makeFake;
+using testing_support::openHandles;
+
+class ExchangeServiceWindowsTest : public testing::Test {
+protected:
+    ~ExchangeServiceWindowsTest() override { std::filesystem::remove(peerRecord()); }
+
+    static std::filesystem::path peerRecord() {
+        return testing_support::temporaryPath() / "Marlgrove" / "ServiceDiscovery" / "com.marlgrove.tessera";
+    }
+    // This process stands in for that of the peer.
+    static void writePeerRecord() {
+        std::filesystem::create_directories(peerRecord().parent_path());
+        std::ofstream(peerRecord()) << platform::ownBaseName() << "\n"
+                                    << platform::ownProcessId() << "\ntesxcon_nanomsg\n";
+    }
+    void comeAndGo() {
+        const auto service = FRefPtr<ExchangeService>::adopt(new ExchangeService);
+        EXPECT_EQ(service->initialize(context_.get()), kResultOk);
+        EXPECT_EQ(service->terminate(), kResultOk);
+        // What is known of a peer outlives the service.
+        ServiceDiscovery::getInstance().removeByProcessId(platform::ownProcessId());
+    }
+    template <class Act>
+    static void expectNothingLeftBy(Act act) {
+        for (int i = 0; i < 3; ++i) {
+            act();
+        }
+        const std::size_t before = openHandles();
+        for (int i = 0; i < 8; ++i) {
+            act();
+        }
+        // Threads of the link may take a moment to be gone.
+        EXPECT_TRUE(testing_support::eventually([&] { return openHandles() <= before; }, std::chrono::seconds(3)))
+            << openHandles() << " handles, before " << before;
+    }
+
+    FakeHost host_;
+    FRefPtr<FakeContext> context_ = makeFake<FakeContext>("Harrow Max", "9.0.20", host_.services.get());
+};
+
+TEST_F(ExchangeServiceWindowsTest, LeavesNoHandleBehindHoweverOftenItRuns) {
+    expectNothingLeftBy([this] { comeAndGo(); });
+}
+
+TEST_F(ExchangeServiceWindowsTest, LeavesNoHandleBehindWithAPeerEither) {
+    writePeerRecord();
+    expectNothingLeftBy([this] {
+        const FakePeer peer(LinkSocket::userAddress(systemInfo().userName));
+        comeAndGo();
+    });
+}
+
+} // namespace
+} // namespace tessera
