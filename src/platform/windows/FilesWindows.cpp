@@ -96,10 +96,11 @@ std::int64_t File::read(void* buffer, std::int64_t size, std::int32_t& error) {
                        error)) {
             return done > 0 ? done : -1;
         }
-        if (count == 0) {
+        done += count;
+        // The end. Without buffers nothing may be asked for from the middle of a sector.
+        if (count < wanted) {
             break;
         }
-        done += count;
     }
     return done;
 }

@@ -22,7 +22,8 @@ inline constexpr std::size_t kLongFolderPath = 248;
 // relative one that gets that long behind the present folder. Empty, which no call accepts, for an empty text and one
 // that holds a NUL.
 std::wstring systemPath(std::u16string_view path, std::size_t limit = kLongPath);
-// From UTF-8 with either separator.
+// From UTF-8 with either separator. Empty also for what is no UTF-8: nothing is called so, and a file that is called by
+// the replacement character is another one.
 std::wstring systemPath(std::string_view path);
 
 // Whether it starts with a drive, as "C:\a" and "C:a" do.

@@ -1,5 +1,6 @@
 #include "platform/windows/SystemPath.h"
 
+#include "platform/PathText.h"
 #include "platform/windows/WideText.h"
 
 #include <algorithm>
@@ -86,7 +87,7 @@ std::wstring systemPath(std::u16string_view path, std::size_t limit) {
 }
 
 std::wstring systemPath(std::string_view path) {
-    return systemForm(wideText(path), kLongPath);
+    return systemForm(wideText(pathFromUtf8(path).value_or(u"")), kLongPath);
 }
 
 std::u16string withoutLongPrefix(std::wstring_view path) {

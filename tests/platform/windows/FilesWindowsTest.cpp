@@ -59,6 +59,12 @@ TEST(SystemPath, HasNoSeparatorAtItsEndButARoots) {
     EXPECT_EQ(systemPath(std::u16string_view(u"C:\\a\0b", 6)), L"");
 }
 
+TEST(SystemPath, IsEmptyForWhatIsNoText) {
+    EXPECT_EQ(systemPath("C:/\xC3\xA4"), L"C:\\\u00e4");
+    EXPECT_EQ(systemPath("C:/\xE4"), L"");
+    EXPECT_EQ(systemPath(std::string_view("C:/a\0b", 6)), L"");
+}
+
 TEST(SystemPath, LosesTheLongFormWhereThereIsAnother) {
     EXPECT_EQ(withoutLongPrefix(L"\\\\?\\C:\\a"), u"C:\\a");
     EXPECT_EQ(withoutLongPrefix(L"\\\\?\\UNC\\server\\share"), u"\\\\server\\share");

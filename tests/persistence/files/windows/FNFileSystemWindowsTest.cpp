@@ -328,7 +328,7 @@ TEST_F(FNFileSystemWindowsTest, AnOpenFileIsSharedAsItsModeSays) {
 }
 
 TEST_F(FNFileSystemWindowsTest, AnUnbufferedStreamTransfersWholeSectors) {
-    scratch_.write("file", std::string(8192, 'x'));
+    scratch_.write("file", std::string(4196, 'x'));
     std::int32_t error = 0;
     FStream* stream = open("file", FileOpenMode::read | FileOpenMode::unbuffered, error);
     ASSERT_NE(stream, nullptr);
@@ -337,6 +337,8 @@ TEST_F(FNFileSystemWindowsTest, AnUnbufferedStreamTransfersWholeSectors) {
     alignas(4096) static char block[4096];
     EXPECT_EQ(stream->read(block, sizeof block), 4096);
     EXPECT_EQ(block[4095], 'x');
+    EXPECT_EQ(stream->read(block, sizeof block), 100) << "what is left";
+    EXPECT_EQ(cmCast<FFileStream>(stream)->getLastError(), 0);
     files_.closeStream(stream);
 }
 
