@@ -88,9 +88,7 @@ bool areOnOneVolume(const std::wstring& from, const std::wstring& to) {
 }
 
 bool flushFile(const std::wstring& path, std::int32_t& error) {
-    const DWORD share = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-    File file = fileOf(::CreateFileW(path.c_str(), GENERIC_WRITE, share, nullptr, OPEN_EXISTING, 0, nullptr));
-    error = file.isOpen() ? 0 : lastSystemError();
+    File file = openShared(path, GENERIC_WRITE, 0, error);
     return file.isOpen() && file.flush(error);
 }
 

@@ -277,10 +277,7 @@ Folder Folder::State::adopt(File opened) {
 }
 
 Folder Folder::open(std::u16string_view path, std::int32_t& error) {
-    const std::wstring name = systemPath(path);
-    File folder = fileOf(::CreateFileW(name.c_str(), FILE_LIST_DIRECTORY | FILE_TRAVERSE, kShareAll, nullptr,
-                                       OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
-    error = folder.isOpen() ? 0 : lastSystemError();
+    File folder = openShared(systemPath(path), FILE_LIST_DIRECTORY | FILE_TRAVERSE, FILE_FLAG_BACKUP_SEMANTICS, error);
     if (folder.isOpen() && (attributesOf(folder) & FILE_ATTRIBUTE_DIRECTORY) == 0) {
         error = ERROR_DIRECTORY;
         return Folder();

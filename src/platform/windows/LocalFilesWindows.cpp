@@ -195,11 +195,9 @@ FileTime changeTime(const std::string& path, std::error_code& error) {
 }
 
 void setChangeTime(const std::string& path, FileTime time, std::error_code& error) {
-    const DWORD share = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
     const FILETIME systemTime = systemTimeOf(time);
-    const File file = fileOf(::CreateFileW(systemPath(path).c_str(), FILE_WRITE_ATTRIBUTES, share, nullptr,
-                                           OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
-    std::int32_t number = file.isOpen() ? 0 : lastSystemError();
+    std::int32_t number = 0;
+    const File file = openShared(systemPath(path), FILE_WRITE_ATTRIBUTES, FILE_FLAG_BACKUP_SEMANTICS, number);
     if (file.isOpen()) {
         succeeded(::SetFileTime(handleOf(file), nullptr, nullptr, &systemTime), number);
     }

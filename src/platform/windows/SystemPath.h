@@ -51,6 +51,9 @@ inline File fileOf(void* handle) {
     return File::adopt(reinterpret_cast<std::int64_t>(handle));
 }
 
+// Opens what is there, in the words of CreateFileW, and shares everything with others.
+File openShared(const std::wstring& path, std::uint32_t access, std::uint32_t flags, std::int32_t& error);
+
 // Opens what stands at the path, a file or a folder, to be asked; a link is followed or not. Shares everything.
 enum class LinkUse { follow, stay };
 File openForQuestions(const std::wstring& path, LinkUse links, std::int32_t& error);

@@ -119,13 +119,16 @@ bool succeeded(int result, std::int32_t& error) {
     return result != 0;
 }
 
-File openForQuestions(const std::wstring& path, LinkUse links, std::int32_t& error) {
-    const DWORD flags = FILE_FLAG_BACKUP_SEMANTICS | (links == LinkUse::stay ? FILE_FLAG_OPEN_REPARSE_POINT : 0);
-    const DWORD share = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-    File file =
-        fileOf(::CreateFileW(path.c_str(), FILE_READ_ATTRIBUTES, share, nullptr, OPEN_EXISTING, flags, nullptr));
+File openShared(const std::wstring& path, std::uint32_t access, std::uint32_t flags, std::int32_t& error) {
+    constexpr DWORD kAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    File file = fileOf(::CreateFileW(path.c_str(), access, kAll, nullptr, OPEN_EXISTING, flags, nullptr));
     error = file.isOpen() ? 0 : lastSystemError();
     return file;
+}
+
+File openForQuestions(const std::wstring& path, LinkUse links, std::int32_t& error) {
+    const DWORD flags = FILE_FLAG_BACKUP_SEMANTICS | (links == LinkUse::stay ? FILE_FLAG_OPEN_REPARSE_POINT : 0);
+    return openShared(path, FILE_READ_ATTRIBUTES, flags, error);
 }
 
 } // namespace tessera::platform
