@@ -42,6 +42,16 @@ TEST(FLock, IsFreeAfterAsManyUnlocksAsLocks) {
     EXPECT_TRUE(anotherThreadGets(lock));
 }
 
+TEST(FLock, IsNotUnlockedByAThreadThatDoesNotHoldIt) {
+    FLock lock;
+    lock.unlock();
+    lock.lock();
+    std::thread([&] { lock.unlock(); }).join();
+    EXPECT_FALSE(anotherThreadGets(lock));
+    lock.unlock();
+    EXPECT_TRUE(anotherThreadGets(lock));
+}
+
 TEST(FLock, WorksThroughItsBase) {
     FLock lock;
     ILock& base = lock;

@@ -1,5 +1,7 @@
-// A library that has a thread and a watch at work when its process ends. Its own exit handlers run when the system has
-// stopped all threads but one: what waits for one of them there must not wait for good.
+// A library that tells where it is, and that has a thread and a watch at work when its process ends. Its own exit
+// handlers run when the system has stopped all threads but one: what waits for one of them there must not wait for
+// good.
+#include "platform/Identity.h"
 #include "platform/ProcessEnd.h"
 #include "platform/ProcessEndWatch.h"
 #include "platform/Processes.h"
@@ -21,6 +23,9 @@ public:
     AtWork(const AtWork&) = delete;
     AtWork& operator=(const AtWork&) = delete;
     ~AtWork() {
+        if (report_.empty()) {
+            return;
+        }
         std::string told = otherThreadsAreGone() ? "others gone" : "others at work";
         told += thread_.wait(kNoTimeLimit) ? ", joined" : ", not joined";
         watch_.stop();
@@ -54,6 +59,15 @@ private:
 AtWork atWork;
 
 } // namespace
+
+extern "C" __declspec(dllexport) void* ownHandle() {
+    return moduleHandle();
+}
+
+extern "C" __declspec(dllexport) const char16_t* ownPath() {
+    static const std::u16string path = modulePath();
+    return path.c_str();
+}
 
 extern "C" __declspec(dllexport) bool beginWork(const char* report, const char* program) {
     return atWork.begin(report, program);

@@ -3,6 +3,7 @@
 #include "platform/DebugOutput.h"
 #include "platform/DynamicLibrary.h"
 #include "platform/Identity.h"
+#include "platform/InterruptRequest.h"
 #include "platform/TimerMessages.h"
 #include "platform/WindowActivation.h"
 #include "support/windows/SystemCalls.h"
@@ -19,6 +20,7 @@ namespace {
 
 using testing::Contains;
 using testing::ElementsAre;
+using testing::IsEmpty;
 using testing_support::SystemCalls;
 
 TEST(SystemServiceCalls, ATimerHasNoWindowAndNoNumberOfOurs) {
@@ -85,6 +87,22 @@ TEST(SystemServiceCalls, ALibraryIsLoadedByItsPathAndGivenBack) {
         EXPECT_THAT(calls.take(), ElementsAre("GetProcAddress(..., \"GetPluginFactory\")"));
     }
     EXPECT_THAT(calls.take(), Contains("FreeLibrary(...)"));
+}
+
+TEST(SystemServiceCalls, TheFirstWishForAnEndIsNotedAndTheSecondIsTheSystems) {
+    SystemCalls calls;
+    noteInterrupts();
+    EXPECT_THAT(calls.take(), ElementsAre("SetConsoleCtrlHandler(..., 1)"));
+    const auto wish = reinterpret_cast<PHANDLER_ROUTINE>(calls.argument("SetConsoleCtrlHandler", 0));
+    EXPECT_FALSE(interruptRequested());
+    // The system ends the process as soon as the function comes back, so it doesn't.
+    calls.answer("Sleep", 0);
+    EXPECT_TRUE(wish(CTRL_CLOSE_EVENT));
+    EXPECT_THAT(calls.take(), ElementsAre("Sleep(4294967295)"));
+    EXPECT_TRUE(interruptRequested());
+    EXPECT_FALSE(wish(CTRL_C_EVENT));
+    EXPECT_THAT(calls.take(), IsEmpty());
+    SetConsoleCtrlHandler(wish, FALSE);
 }
 
 TEST(SystemServiceCalls, DebuggersSeeTheText) {

@@ -284,6 +284,8 @@ auto* __imp_ReleaseMutex = &tessera::testing_support::Noted<"ReleaseMutex", decl
 auto* __imp_ReleaseSemaphore = &tessera::testing_support::Noted<"ReleaseSemaphore", decltype(ReleaseSemaphore)>::call;
 auto* __imp_ResetEvent = &tessera::testing_support::Noted<"ResetEvent", decltype(ResetEvent)>::call;
 auto* __imp_ResumeThread = &tessera::testing_support::Noted<"ResumeThread", decltype(ResumeThread)>::call;
+auto* __imp_SetConsoleCtrlHandler =
+    &tessera::testing_support::Noted<"SetConsoleCtrlHandler", decltype(SetConsoleCtrlHandler)>::call;
 auto* __imp_SetEvent = &tessera::testing_support::Noted<"SetEvent", decltype(SetEvent)>::call;
 auto* __imp_SetForegroundWindow =
     &tessera::testing_support::Noted<"SetForegroundWindow", decltype(SetForegroundWindow)>::call;

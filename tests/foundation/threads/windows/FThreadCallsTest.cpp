@@ -1,4 +1,5 @@
 // FThread and the switches of the process: which calls of the system they come to, in which order.
+#include "foundation/threads/FLockError.h"
 #include "foundation/threads/FProcessPriority.h"
 #include "foundation/threads/FReadWriteLock.h"
 #include "foundation/threads/FThread.h"
@@ -14,6 +15,7 @@
 #include <windows.h>
 
 #include <bit>
+#include <cstdlib>
 #include <string>
 
 namespace tessera {
@@ -190,6 +192,28 @@ TEST(FReadWriteLockCalls, TheFastFormTakesTheEntriesAndTheSlowOneNone) {
     EXPECT_EQ(calls.take({"GetProcAddress"}).size(), 7u);
     const FReadWriteLock another(true);
     EXPECT_THAT(calls.take({"GetProcAddress"}), IsEmpty());
+}
+
+// In a process of its own, which hasn't looked the entries up yet.
+TEST(FReadWriteLockCalls, AFastLockReportsWhatTheSystemLacks) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    static std::string reported;
+    EXPECT_EXIT(
+        {
+            SystemCalls calls;
+            for (int i = 0; i < 7; ++i) {
+                calls.answer("GetProcAddress", 0);
+            }
+            setLockErrorHandler([](int code) { reported += std::to_string(code) + " "; });
+            FReadWriteLock lock(true);
+            reported += "made ";
+            lock.lockRead();
+            reported += "taken ";
+            lock.unlockRead();
+            reported += lock.tryLockRead() || lock.tryLockWrite() ? "tried" : "refused";
+            std::_Exit(reported == "-1 made -1 taken -1 refused" ? 0 : 1);
+        },
+        testing::ExitedWithCode(0), "");
 }
 
 } // namespace
