@@ -119,12 +119,34 @@ TEST(ModuleDeathTest, AHostThatJustEndsDoesNotCrash) {
         testing::ExitedWithCode(0), "");
 }
 
+// This process stands in for that of the peer, so the record is that of a live one.
+void writePeerRecord() {
+    std::filesystem::create_directories(registry());
+    std::ofstream(registry() / "com.marlgrove.tessera") << platform::ownBaseName() << "\n"
+                                                        << platform::ownProcessId() << "\ntesxcon_nanomsg\n";
+}
+
+// The same with an open link, a listener and a watch on the peer's process, each with a thread that works for it.
+TEST(ModuleDeathTest, NorDoesOneThatIsLinkedToAPeer) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(
+        {
+            writePeerRecord();
+            auto* peer = new FakePeer(LinkSocket::userAddress(systemInfo().userName));
+            FakeHost host;
+            const auto context = makeFake<FakeContext>("Harrow", "9.0.0", host.services.get());
+            const LoadedModule module;
+            const auto service = module.createService();
+            const bool linked = service->initialize(context.get()) == kResultOk && peer->received(1).size() == 1;
+            std::exit(linked ? 0 : 1);
+        },
+        testing::ExitedWithCode(0), "");
+}
+
 class ModuleRoad : public testing::Test {
 protected:
     ModuleRoad() {
-        std::filesystem::create_directories(registry());
-        std::ofstream(registry() / "com.marlgrove.tessera") << platform::ownBaseName() << "\n"
-                                                            << platform::ownProcessId() << "\ntesxcon_nanomsg\n";
+        writePeerRecord();
         host_.store.add(u"/audio/take.wav", {1, 1000, 16}, std::vector<std::uint8_t>(20000, 7));
         event_ = host_.addEvent(u"/audio/take.wav", {3, 6, 2});
         host_.selection->select(1, event_.get());
