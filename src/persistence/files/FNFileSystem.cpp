@@ -380,9 +380,7 @@ bool FNFileSystem::getVolumeName(const FPath& path, FString& out) {
         return true;
     }
     out.assignUtf8(volume->label.c_str());
-    for (std::int32_t i = 1; i < out.length(); ++i) {
-        out.toLower(i);
-    }
+    foldLabel(out);
     return true;
 }
 

@@ -92,4 +92,11 @@ bool cleanPath(FString& text, char16_t replacement) {
     return changed;
 }
 
+void foldLabel(FString& label) {
+    label.toWide();
+    for (std::int32_t i = 1; i < label.length(); ++i) {
+        label.toLower(i);
+    }
+}
+
 } // namespace tessera

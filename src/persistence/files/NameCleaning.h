@@ -1,4 +1,5 @@
-// NameCleaning: makes texts fit for file names and paths. Both give whether anything changed.
+// NameCleaning: makes texts fit for file names and paths, which gives whether anything changed, and volumes' labels for
+// showing.
 #pragma once
 
 namespace tessera {
@@ -13,5 +14,8 @@ bool cleanName(FString& text, char16_t replacement, ControlCharacters controls);
 // The first ":" stays, as that of a drive; further ones become the replacement, "_" for 0. Of the others each has its
 // own stand-in unless there is a replacement.
 bool cleanPath(FString& text, char16_t replacement);
+
+// Small letters but for the first character: labels are often kept in capitals.
+void foldLabel(FString& label);
 
 } // namespace tessera

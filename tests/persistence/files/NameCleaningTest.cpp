@@ -87,6 +87,18 @@ TEST(NameCleaning, ACutLeavesNoHalfCharacter) {
     EXPECT_EQ(text.length(), 259);
 }
 
+TEST(NameCleaning, ALabelKeepsItsFirstCapital) {
+    const auto folded = [](const char* label) {
+        FString text = wideText(label);
+        foldLabel(text);
+        return utf8Of(text);
+    };
+    EXPECT_EQ(folded("MY TAKES"), "My takes");
+    EXPECT_EQ(folded("my TAKES"), "my takes");
+    EXPECT_EQ(folded("\xC3\x84\xC3\x96 3"), "\xC3\x84\xC3\xB6 3");
+    EXPECT_EQ(folded(""), "");
+}
+
 TEST(NameCleaning, CharactersAreCountedAndNotBytes) {
     std::string name;
     for (int i = 0; i < 200; ++i) {

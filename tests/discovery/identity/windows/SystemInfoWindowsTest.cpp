@@ -20,6 +20,16 @@ TEST(SystemInfoWindows, NamesAreTheOnesThatTheSystemTells) {
     EXPECT_EQ(platform::computerName(), platform::utf8Of(name));
 }
 
+TEST(SystemInfoWindows, VersionIsTheOneThatTheSystemTellsThisProgram) {
+    OSVERSIONINFOW version = {};
+    version.dwOSVersionInfoSize = 276;
+    ASSERT_TRUE(GetVersionExW(&version));
+    EXPECT_EQ(systemInfo().osMajor, version.dwMajorVersion);
+    EXPECT_EQ(systemInfo().osMinor, version.dwMinorVersion);
+    EXPECT_EQ(systemInfo().osBuild, version.dwBuildNumber);
+    EXPECT_GE(systemInfo().osMajor, 6u);
+}
+
 TEST(SystemInfoWindows, IsOfThisFamily) {
     EXPECT_EQ(systemInfo().platform, "Win64");
     EXPECT_EQ(systemInfo().platformKind, 2);
