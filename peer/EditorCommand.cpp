@@ -49,6 +49,17 @@ std::optional<std::vector<std::string>> splitWords(std::string_view text) {
     return words;
 }
 
+std::string quoted(const std::string& word) {
+    if (!word.empty() && word.find_first_of(kTakenAsTheyAre) == kNone) {
+        return word;
+    }
+    std::string result = "'";
+    for (const char c : word) {
+        result += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    }
+    return result + '\'';
+}
+
 bool anyArgumentHolds(const std::vector<std::string>& words, std::string_view placeholder) {
     for (std::size_t i = 1; i < words.size(); ++i) {
         if (words[i].find(placeholder) != std::string::npos) {
@@ -102,6 +113,14 @@ std::optional<EditorCommand> EditorCommand::parse(std::string_view text, std::st
     command.words_ = std::move(*words);
     command.editsInPlace_ = file;
     return command;
+}
+
+std::string EditorCommand::text() const {
+    std::string result;
+    for (const std::string& word : words_) {
+        result += (result.empty() ? "" : " ") + quoted(word);
+    }
+    return result;
 }
 
 std::vector<std::string> EditorCommand::arguments(const std::string& in, const std::string& out) const {

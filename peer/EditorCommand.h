@@ -21,6 +21,10 @@ public:
     // What is wrong with the command, for the user, in *problem when the result is empty.
     static std::optional<EditorCommand> parse(std::string_view text, std::string* problem);
 
+    // The command line again. Single quotes hold its words together: of the module's export scripts, whose arguments
+    // are put between double quotes on some systems, it comes back whole as long as no word holds a double quote.
+    std::string text() const;
+
     bool editsInPlace() const { return editsInPlace_; }
     const std::string& program() const { return words_.front(); }
 

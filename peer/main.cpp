@@ -39,13 +39,13 @@ struct Options {
     bool printScript = false;
 };
 
-int printScript(const Options& options) {
+int printScript(const EditorCommand& command) {
     const auto self = tessera::platform::toNativePath(tessera::platform::modulePath());
     if (!self) {
         std::fputs("tesx-peer: the system does not tell where this program lies; write the script by hand\n", stderr);
         return 1;
     }
-    std::fputs(exportScriptText(*self, options.editor).c_str(), stdout);
+    std::fputs(exportScriptText(*self, command.text()).c_str(), stdout);
     return 0;
 }
 
@@ -57,7 +57,7 @@ int runPeer(const Options& options) {
         return 2;
     }
     if (options.printScript) {
-        return printScript(options);
+        return printScript(*command);
     }
     const StayMode stay = options.once              ? StayMode::ForOneEdit
                           : options.startedByModule ? StayMode::WhileHostLives

@@ -46,6 +46,20 @@ TEST(EditorCommand, BackslashesOfPathsStandForThemselves) {
     EXPECT_EQ((Words{R"(--to=D:\out)", "/i", R"(\\server\in)", "/o"}), command.arguments("/i", "/o"));
 }
 
+TEST(EditorCommand, ItsTextIsReadAgainAsTheSameWordsAndHoldsDoubleQuotesOnlyIfAWordDoes) {
+    EXPECT_EQ("sox -R {in} {out} reverse", parsed(" sox  -R {in}\t{out} reverse ").text());
+    EXPECT_EQ(R"('C:\Program Files\edit.exe' {in} {out} 'D:\work\')",
+              parsed(R"("C:\Program Files\edit.exe" {in} {out} D:\work\)").text());
+    for (const char* text : {"run 'a b' \"c d\" e\\ f '' {x} {in} {out}", "it\\'s \"that's {file}\" \"'\"",
+                             R"(a\\b "\\server\{file}" 'tab	and\' c\\)", "say '\"' \"\\\"\" {file}"}) {
+        const EditorCommand command = parsed(text);
+        const EditorCommand again = parsed(command.text().c_str());
+        EXPECT_EQ(command.program(), again.program()) << text;
+        EXPECT_EQ(command.arguments("/i", "/o"), again.arguments("/i", "/o")) << text;
+        EXPECT_EQ(std::string_view(text).starts_with("say"), command.text().find('"') != std::string::npos) << text;
+    }
+}
+
 TEST(EditorCommand, TheInPlaceFormFillsTheEditedFile) {
     const EditorCommand command = parsed("window-editor {file}");
     EXPECT_TRUE(command.editsInPlace());
