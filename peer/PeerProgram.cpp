@@ -197,8 +197,9 @@ bool PeerProgram::wantsToLeave() const {
     return false;
 }
 
+// A report may come right behind an answer that is still being written; without waiting it would be lost.
 void PeerProgram::send(std::string_view message) {
-    link_.send(message, SendMode::NonBlocking);
+    link_.send(message, SendMode::Blocking);
 }
 
 void PeerProgram::startEdit(const std::string& path) {

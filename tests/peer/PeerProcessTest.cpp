@@ -165,6 +165,18 @@ TEST_F(PeerProcessTest, StartedByHandBeforeTheHostItWaitsForIt) {
     EXPECT_TRUE(host.waitForLoss());
 }
 
+// Two messages at once. Where the link writes them in the background, one that didn't wait for the other would be lost,
+// now and then and more often on a busy machine.
+TEST_F(PeerProcessTest, AnEditThatIsDoneBeforeTheHostComesIsReportedRightBehindTheAnswerToItsGreeting) {
+    const std::string file = writeSound("a.wav", {5, 6});
+    HelperProcess peer(TESX_PEER, {"--editor", kReverse, "--tesx", file});
+    ASSERT_TRUE(hearsLine(peer, "waiting for the host"));
+    PlayedHost host;
+    ASSERT_TRUE(host.waitForGreeting());
+    EXPECT_EQ("ok", host.answer());
+    EXPECT_EQ(writeMessage({"finishedFileEdit", file}), host.hear());
+}
+
 TEST_F(PeerProcessTest, AFailingEditorIsReportedAsCancelled) {
     const std::string file = writeSound("a.wav", {5, 6});
     PlayedHost host;
