@@ -4,20 +4,33 @@
 #include "acceptance/SoundBytes.h"
 #include "support/Eventually.h"
 #include "support/HelperProcess.h"
+#include "support/ScopedEnvironment.h"
+#include "support/SetAside.h"
+#include "support/Skips.h"
+#include "support/SystemFolders.h"
 
 #include <algorithm>
-#include <cstdlib>
+#include <deque>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
+#include <optional>
+#include <set>
 
 namespace tessera::acceptance {
 namespace {
 
 namespace fs = std::filesystem;
+using platform::KnownFolder;
+using testing_support::HelperProcess;
+using testing_support::pathOfFolder;
+using testing_support::pathOfUtf8;
+using testing_support::utf8OfPath;
+using testing_support::whyNoLanguageInVariables;
 
 constexpr SoundFormat k24Bit = {".wav", SF_FORMAT_WAV | SF_FORMAT_PCM_24, 24};
 constexpr int kRate = 8000;
+constexpr const char* kReverse = "'" TESX_SOX "' -R -V1 {in} {out} reverse";
+constexpr const char* kEnglish = "C";
 
 class Programs : public ModuleFixture {
 protected:
@@ -30,33 +43,41 @@ protected:
     void TearDown() override {
         ModuleFixture::TearDown();
         EXPECT_TRUE(testing_support::eventually([] { return !fs::exists(record()); }));
-        fs::remove_all(scripts());
-        fs::remove_all(settingsFolder());
     }
 
     // The host program on a script, with its output and its messages together. It speaks English unless the locale is
-    // another one.
-    Run runHost(const std::string& script, const std::string& options = "", const std::string& locale = "C") {
-        folder_.write("script", script);
-        const std::string command = "LC_ALL=" + locale + " '" TESX_HOST "' --module '" TESX_MODULE_FILE "' " + options +
-                                    " < '" + path("script") + "' > '" + path("output") + "' 2>&1";
-        const int status = std::system(command.c_str());
-        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, folder_.read("output")};
+    // another one; where no variable names that, the user's language is English.
+    Run runHost(const std::string& script, std::vector<std::string> options = {}, const char* locale = kEnglish) {
+        std::optional<testing_support::ScopedEnvironment> language;
+        if (whyNoLanguageInVariables() == nullptr) {
+            language.emplace("LC_ALL", locale);
+        }
+        options.insert(options.begin(), {"--module", TESX_MODULE_FILE});
+        HelperProcess& program = hosts_.emplace_back(TESX_HOST, options, HelperProcess::Messages::amongLines);
+        program.say(script);
+        Run run;
+        run.exitCode = program.finish(run.output);
+        // Where a program's standard streams are text, its lines end so.
+        std::erase(run.output, '\r');
+        return run;
     }
 
     // As an installation of the peer would.
     void installPeer(const std::string& editor) {
         fs::create_directories(scripts());
-        const std::string script = (scripts() / "peer.aepp").string();
-        const std::string command =
-            std::string("'" TESX_PEER "' --print-script --editor '") + editor + "' > '" + script + "'";
-        ASSERT_EQ(std::system(command.c_str()), 0);
+        HelperProcess program(TESX_PEER, {"--print-script", "--editor", editor});
+        std::string script;
+        ASSERT_EQ(program.finish(script), 0);
+        std::ofstream(scripts() / "peer.aepp", std::ios::binary) << script;
     }
 
-    std::string makeTake() {
+    // In the system's own form, as the programs print it.
+    std::string path(const std::string& name) const { return utf8OfPath((folder_ / name).make_preferred()); }
+
+    std::string makeTake(const std::string& name) {
         take_ = randomSamples(k24Bit, 12000, 2, 7);
-        writeSound(path("take.wav"), k24Bit, take_, 2, kRate);
-        return path("take.wav");
+        writeSound(path(name), k24Bit, take_, 2, kRate);
+        return path(name);
     }
 
     // The take with one second, from the half second on, played backwards.
@@ -71,31 +92,59 @@ protected:
         return result;
     }
 
-    std::string songScript(const std::string& then) {
-        return "new \"" + path("my song") + "\" \"" + makeTake() + "\"\ntrim 1 0.5 1\nselect 1\n" + then;
+    std::string songScript(const std::string& then, const std::string& song = "my song",
+                           const std::string& take = "take.wav") {
+        return "new \"" + path(song) + "\" \"" + makeTake(take) + "\"\ntrim 1 0.5 1\nselect 1\n" + then;
     }
 
-    std::vector<std::string> splicedFiles() {
+    std::vector<std::string> splicedFiles(const std::string& song = "my song") {
         std::vector<std::string> files;
-        for (const auto& entry : fs::directory_iterator(path("my song/Audio"))) {
-            files.push_back(entry.path().string());
+        for (const auto& entry : fs::directory_iterator(pathOfUtf8(path(song)) / "Audio")) {
+            files.push_back(utf8OfPath(entry.path()));
         }
         return files;
     }
 
-    static fs::path settingsFolder() { return fs::path(std::getenv("XDG_CONFIG_HOME")) / "Marlgrove" / "tesx-host"; }
+    // Whatever lies among the user's settings, and in the vendor's folder there at any depth.
+    static std::set<fs::path> settings() {
+        std::set<fs::path> entries;
+        for (const auto& entry : fs::directory_iterator(pathOfFolder(KnownFolder::userData))) {
+            entries.insert(entry.path());
+        }
+        if (fs::exists(vendorSettings())) {
+            for (const auto& entry : fs::recursive_directory_iterator(vendorSettings())) {
+                entries.insert(entry.path());
+            }
+        }
+        return entries;
+    }
+
+    static fs::path vendorSettings() { return pathOfFolder(KnownFolder::userData) / "Marlgrove"; }
     static fs::path record() {
         return fs::temp_directory_path() / "Marlgrove" / "ServiceDiscovery" / "com.marlgrove.tessera";
     }
-    static fs::path scripts() {
-        return fs::path(std::getenv("XDG_DATA_DIRS")) / "Marlgrove" / "Audio Export Post Process Scripts";
+    // While it lives it has its copies of what is edited in a folder of its own.
+    static bool isPeerAtWork() {
+        const fs::directory_iterator entries(fs::temp_directory_path() / "Marlgrove" / "TesxPeer");
+        return std::any_of(begin(entries), end(entries), [](const fs::directory_entry& entry) {
+            return utf8OfPath(entry.path().filename()).starts_with("work-");
+        });
     }
+    const fs::path& settingsFolder() const { return settings_.path(); }
+    const fs::path& scripts() const { return scripts_.path(); }
 
     Samples take_;
+
+private:
+    // All of a test's: a peer has the streams of the host that started it, and may speak when that has gone.
+    std::deque<HelperProcess> hosts_;
+    const testing_support::SetAside settings_{vendorSettings() / "tesx-host"};
+    const testing_support::SetAside scripts_{pathOfFolder(KnownFolder::commonData) / "Marlgrove" /
+                                             "Audio Export Post Process Scripts"};
 };
 
 TEST_F(Programs, TheModuleStartsThePeerAndTheEditComesBack) {
-    installPeer("sox -R -V1 {in} {out} reverse");
+    installPeer(kReverse);
     const Run run = runHost(songScript("edit\nwait 60\nshow\nundo\nshow\nredo\nsave\nquit\n"));
     EXPECT_EQ(run.exitCode, 0) << run.output;
     ASSERT_EQ(splicedFiles().size(), 1U) << run.output;
@@ -111,7 +160,7 @@ TEST_F(Programs, TheModuleStartsThePeerAndTheEditComesBack) {
 }
 
 TEST_F(Programs, APeerThatRunsAlreadyGetsTheFileOverTheLink) {
-    testing_support::HelperProcess peer(TESX_PEER, {"--once", "--editor", "sox -R -V1 {in} {out} reverse"});
+    HelperProcess peer(TESX_PEER, {"--once", "--editor", kReverse});
     // A host that starts between the peer's record and its signal would take the signal for its end.
     ASSERT_EQ("tesx-peer: ready; waiting for the host's files", peer.hear());
     const Run run = runHost(songScript("edit\nwait 60\nidle 1\nquit\n"));
@@ -120,8 +169,34 @@ TEST_F(Programs, APeerThatRunsAlreadyGetsTheFileOverTheLink) {
     EXPECT_EQ(readSound(splicedFiles().front()).samples, expectedResult());
 }
 
+TEST_F(Programs, NamesWithBlanksAndLettersOfManyScriptsGoAllTheWay) {
+    const std::string song = "Lieder für Zoë, 東京";
+    installPeer("'" EDITOR_HELPER "' reverse {in} {out}");
+    const Run run = runHost(songScript("edit\nwait 60\nshow\nsave\nquit\n", song, "Übung 1 żółć 🎵.wav"));
+    EXPECT_EQ(run.exitCode, 0) << run.output;
+    ASSERT_EQ(splicedFiles(song).size(), 1U) << run.output;
+    EXPECT_EQ(readSound(splicedFiles(song).front()).samples, expectedResult());
+    EXPECT_NE(run.output.find("plays \"" + splicedFiles(song).front() + "\" from 0.500 s"), std::string::npos)
+        << run.output;
+
+    const Run again = runHost("", {"-c", "open \"" + path(song + "/" + song + ".tesxproject") + "\"", "-c", "show"});
+    EXPECT_EQ(again.exitCode, 0) << again.output;
+    EXPECT_NE(again.output.find(splicedFiles(song).front()), std::string::npos) << again.output;
+}
+
+TEST_F(Programs, AnInstalledEditorMayStandInDoubleQuotes) {
+    const fs::path editor = folder_ / "an editor" / fs::path(EDITOR_HELPER).filename();
+    fs::create_directories(editor.parent_path());
+    fs::copy_file(EDITOR_HELPER, editor);
+    installPeer("\"" + utf8OfPath(editor) + "\" reverse {in} {out}");
+    const Run run = runHost(songScript("edit\nwait 60\n"));
+    EXPECT_EQ(run.exitCode, 0) << run.output;
+    ASSERT_EQ(splicedFiles().size(), 1U) << run.output;
+    EXPECT_EQ(readSound(splicedFiles().front()).samples, expectedResult());
+}
+
 TEST_F(Programs, AnEditorThatFailsLeavesTheProjectAlone) {
-    installPeer("false {in} {out}");
+    installPeer("'" EDITOR_HELPER "' exit 1 {in} {out}");
     const Run run = runHost(songScript("edit\nwait 3\n"));
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_NE(run.output.find("tesx-host: line 5: the edit didn't come back within 3.000 s"), std::string::npos)
@@ -138,28 +213,32 @@ TEST_F(Programs, WithoutAPeerTheCommandCantRun) {
 
 TEST_F(Programs, TheHostGoesOnAfterAFailureOnlyIfItIsToldTo) {
     EXPECT_EQ(runHost("undo\nshow\n").output.find("no project is open"), std::string::npos);
-    const Run run = runHost("undo\nshow\n", "--keep-going");
+    const Run run = runHost("undo\nshow\n", {"--keep-going"});
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_NE(run.output.find("line 1: there is nothing to undo"), std::string::npos) << run.output;
     EXPECT_NE(run.output.find("no project is open"), std::string::npos) << run.output;
 }
 
 TEST_F(Programs, AHostThatIsNotAdmittedIsTold) {
-    const Run run = runHost("", "--name Somebody");
+    const Run run = runHost("", {"--name", "Somebody"});
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_NE(run.output.find("start it as an admitted one with --name and --host-version"), std::string::npos)
         << run.output;
 }
 
 TEST_F(Programs, CommandsComeFromArgumentsAsWell) {
-    const Run run = runHost("", "-c 'new \"" + path("my song") + "\" \"" + makeTake() + "\"' -c show -c quit");
+    const Run run = runHost(
+        "", {"-c", "new \"" + path("my song") + "\" \"" + makeTake("take.wav") + "\"", "-c", "show", "-c", "quit"});
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_NE(run.output.find("1  0.000 to 1.500 s  take.wav"), std::string::npos) << run.output;
 }
 
 TEST_F(Programs, TheHostSpeaksTheLanguageOfTheLocale) {
+    if (const char* reason = whyNoLanguageInVariables()) {
+        GTEST_SKIP() << reason;
+    }
     const std::string script = songScript("show\nundo\ndance\n");
-    const Run german = runHost(script, "--keep-going", "de_DE.UTF-8");
+    const Run german = runHost(script, {"--keep-going"}, "de_DE.UTF-8");
     EXPECT_EQ(german.exitCode, 1);
     for (const char* text :
          {"Modul: Tessera Exchange", "Projekt \"", "  Spur 1\n", "1 Clip im Pool", "0.000 bis 1.000 s"}) {
@@ -168,11 +247,11 @@ TEST_F(Programs, TheHostSpeaksTheLanguageOfTheLocale) {
     EXPECT_NE(german.output.find("rückgängig gemacht: Event zuschneiden\n"), std::string::npos) << german.output;
     EXPECT_NE(german.output.find("tesx-host: Zeile 6: den Befehl \"dance\" gibt es nicht"), std::string::npos)
         << german.output;
-    EXPECT_NE(runHost("help\n", "", "de_DE.UTF-8").output.find("new ORDNER [KLANGDATEI...]"), std::string::npos);
+    EXPECT_NE(runHost("help\n", {}, "de_DE.UTF-8").output.find("new ORDNER [KLANGDATEI...]"), std::string::npos);
 
-    for (const char* locale : {"sw_KE.UTF-8", "C", "en_GB.UTF-8"}) {
+    for (const char* locale : {"sw_KE.UTF-8", kEnglish, "en_GB.UTF-8"}) {
         fs::remove_all(path("my song"));
-        const Run english = runHost(script, "--keep-going", locale);
+        const Run english = runHost(script, {"--keep-going"}, locale);
         EXPECT_NE(english.output.find("undone: Trim event\n"), std::string::npos) << english.output;
         EXPECT_NE(english.output.find("tesx-host: line 6: there is no command \"dance\""), std::string::npos)
             << english.output;
@@ -187,7 +266,7 @@ TEST_F(Programs, AChosenLanguageHoldsFromThenOn) {
     EXPECT_TRUE(fs::exists(settingsFolder() / "lang.cfg"));
     EXPECT_NE(runHost("undo\n").output.find("es gibt nichts rückgängig zu machen"), std::string::npos);
     runHost("language us\n");
-    EXPECT_NE(runHost("undo\n", "", "de_DE.UTF-8").output.find("there is nothing to undo"), std::string::npos);
+    EXPECT_NE(runHost("undo\n", {}, "de_DE.UTF-8").output.find("there is nothing to undo"), std::string::npos);
 }
 
 TEST_F(Programs, WhatTheHostRemembersHoldsForTheNextRun) {
@@ -207,7 +286,7 @@ TEST_F(Programs, DamagedSettingsArePutAsideAndTheHostGoesOn) {
     const Run run = runHost("settings\nset wait 6\n");
     EXPECT_EQ(run.exitCode, 0);
     const std::string warning = "tesx-host: warning: the settings can't be read and are put aside as \"" +
-                                (settingsFolder() / "tesx-host (Trashed).xml").string() + "\"";
+                                utf8OfPath(settingsFolder() / "tesx-host (Trashed).xml") + "\"";
     EXPECT_EQ(run.output.find(warning), 0U) << run.output;
     EXPECT_NE(run.output.find("wait 60.000"), std::string::npos) << run.output;
     EXPECT_EQ(fs::file_size(settingsFolder() / "tesx-host (Trashed).xml"), half);
@@ -217,21 +296,40 @@ TEST_F(Programs, DamagedSettingsArePutAsideAndTheHostGoesOn) {
 }
 
 TEST_F(Programs, NothingOfTheHostLiesAmongOtherSettings) {
+    std::set<fs::path> expected = settings();
     ASSERT_EQ(runHost("set wait 5\n").exitCode, 0);
-    for (const auto& entry : fs::recursive_directory_iterator(std::getenv("XDG_CONFIG_HOME"))) {
-        EXPECT_TRUE(entry.is_directory() || entry.path() == settingsFolder() / "tesx-host.xml") << entry.path();
-    }
+    expected.insert({vendorSettings(), settingsFolder(), settingsFolder() / "tesx-host.xml"});
+    EXPECT_EQ(settings(), expected);
+}
+
+TEST_F(Programs, AHostThatIsKilledTakesPeerAndEditorWithIt) {
+    const fs::path mark = folder_ / "editor is at work";
+    installPeer("'" EDITOR_HELPER "' linger '" + utf8OfPath(mark) + "' {in} {out}");
+    HelperProcess killed(TESX_HOST, {"--module", TESX_MODULE_FILE});
+    killed.say(songScript("save\nedit\nwait 60"));
+    EXPECT_TRUE(testing_support::eventually([&] { return fs::exists(mark); }));
+    killed.kill();
+    EXPECT_TRUE(testing_support::eventually([] { return !fs::exists(record()); }));
+    EXPECT_TRUE(testing_support::eventually([] { return !isPeerAtWork(); }));
+    EXPECT_EQ(readSound(path("take.wav")).samples, take_);
+    EXPECT_TRUE(splicedFiles().empty());
+
+    installPeer(kReverse);
+    const Run next = runHost("open \"" + path("my song/my song.tesxproject") + "\"\nselect 1\nedit\nwait 60\nsave\n");
+    EXPECT_EQ(next.exitCode, 0) << next.output;
+    ASSERT_EQ(splicedFiles().size(), 1U) << next.output;
+    EXPECT_EQ(readSound(splicedFiles().front()).samples, expectedResult());
 }
 
 // Without an installed peer the command can run only while the link is open.
 TEST_F(Programs, APeerThatComesAndIsKilledIsNoticed) {
     startModule();
-    ASSERT_EQ(host().newProject(path("my song"), {makeTake()}), "");
+    ASSERT_EQ(host().newProject(path("my song"), {makeTake("take.wav")}), "");
     ASSERT_EQ(host().select({1}), "");
     const auto canEdit = [&] { return host().commandTarget().mayRun("Tessera Exchange", "Edit in Tessera"); };
     EXPECT_FALSE(canEdit());
     for (int round = 0; round < 3; ++round) {
-        testing_support::HelperProcess peer(TESX_PEER, {"--editor", "sox -R -V1 {in} {out} reverse"});
+        HelperProcess peer(TESX_PEER, {"--editor", kReverse});
         EXPECT_TRUE(runUntil(canEdit)) << "comes, round " << round;
         peer.kill();
         EXPECT_TRUE(runUntil([&] { return !canEdit(); })) << "goes, round " << round;

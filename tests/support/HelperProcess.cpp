@@ -1,6 +1,7 @@
 #include "support/HelperProcess.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tessera::testing_support {
 
@@ -22,6 +23,17 @@ std::string HelperProcess::hear(std::chrono::milliseconds limit) {
         line.pop_back();
     }
     return line;
+}
+
+int HelperProcess::finish(std::string& said) {
+    constexpr std::chrono::milliseconds kLook(10);
+    endInput();
+    while (!hasEnded() && hearMore(kLook) != Heard::end) {
+    }
+    while (hearMore(std::chrono::milliseconds(0)) == Heard::something) {
+    }
+    said = std::exchange(pending_, {});
+    return finish();
 }
 
 } // namespace tessera::testing_support

@@ -1,4 +1,4 @@
-// HelperProcess: a tiny program beside a test, spoken to in lines over its standard streams. It is killed, if it still
+// HelperProcess: a program beside a test, spoken to in lines over its standard streams. It is killed, if it still
 // runs, when the object goes; no read waits longer than its deadline. Texts are UTF-8.
 #pragma once
 
@@ -11,7 +11,11 @@ namespace tessera::testing_support {
 
 class HelperProcess {
 public:
-    explicit HelperProcess(const std::string& program, const std::vector<std::string>& arguments = {});
+    // Where the messages go that aren't output: where this program's own go, or among the lines that it says.
+    enum class Messages { apart, amongLines };
+
+    explicit HelperProcess(const std::string& program, const std::vector<std::string>& arguments = {},
+                           Messages messages = Messages::apart);
     HelperProcess(const HelperProcess&) = delete;
     HelperProcess& operator=(const HelperProcess&) = delete;
     ~HelperProcess();
@@ -36,12 +40,17 @@ public:
 
     // Ends it by the end of its input, and gives its exit code; -1 when it didn't exit by itself.
     int finish();
+    // The same, with all that it says until then and nobody has heard. Programs that it has started may go on to write
+    // to the pipe, for as long as this object lives; nobody waits for them.
+    int finish(std::string& said);
 
 private:
     enum class Heard { something, nothing, end };
 
     // Waits for more of what the helper says and puts it behind pending_.
     Heard hearMore(std::chrono::milliseconds limit);
+    void endInput();
+    bool hasEnded() const;
 
     static constexpr std::intptr_t kNone = -1;
 

@@ -20,7 +20,7 @@ void closeIfOpen(std::intptr_t& descriptor) {
 
 } // namespace
 
-HelperProcess::HelperProcess(const std::string& program, const std::vector<std::string>& arguments) {
+HelperProcess::HelperProcess(const std::string& program, const std::vector<std::string>& arguments, Messages messages) {
     int toChild[2];
     int fromChild[2];
     if (pipe(toChild) != 0 || pipe(fromChild) != 0) {
@@ -30,6 +30,9 @@ HelperProcess::HelperProcess(const std::string& program, const std::vector<std::
     posix_spawn_file_actions_init(&files);
     posix_spawn_file_actions_adddup2(&files, toChild[0], 0);
     posix_spawn_file_actions_adddup2(&files, fromChild[1], 1);
+    if (messages == Messages::amongLines) {
+        posix_spawn_file_actions_adddup2(&files, fromChild[1], 2);
+    }
     posix_spawn_file_actions_addclosefrom_np(&files, 3);
     std::vector<char*> argv{const_cast<char*>(program.c_str())};
     for (const std::string& argument : arguments) {
@@ -88,8 +91,18 @@ void HelperProcess::killAndKeep() const {
     }
 }
 
-int HelperProcess::finish() {
+void HelperProcess::endInput() {
     closeIfOpen(input_);
+}
+
+bool HelperProcess::hasEnded() const {
+    siginfo_t ended = {};
+    // It stays to be waited for.
+    return waitid(P_PID, static_cast<id_t>(process_), &ended, WEXITED | WNOHANG | WNOWAIT) != 0 || ended.si_pid != 0;
+}
+
+int HelperProcess::finish() {
+    endInput();
     int status = 0;
     const bool waited = waitpid(static_cast<pid_t>(std::exchange(process_, kNone)), &status, 0) > 0;
     id_ = -1;

@@ -63,8 +63,9 @@ Pipe makePipe(bool childReads) {
     return pipe;
 }
 
-// Another helper's pipes must not get into this one, or their end would never be seen: hence the list.
-HANDLE startWith(std::wstring line, HANDLE input, HANDLE output, int& id) {
+// Another helper's pipes must not get into this one, or their end would never be seen: hence the list. The messages go
+// where their handle leads, which need not be one to inherit.
+HANDLE startWith(std::wstring line, HANDLE input, HANDLE output, HANDLE messages, int& id) {
     STARTUPINFOEXW setup = {};
     setup.StartupInfo.cb = sizeof setup;
     setup.StartupInfo.dwFlags = STARTF_USESTDHANDLES;
@@ -73,7 +74,7 @@ HANDLE startWith(std::wstring line, HANDLE input, HANDLE output, int& id) {
     HANDLE inherited[3] = {input, output, nullptr};
     DWORD count = 2;
     HANDLE self = GetCurrentProcess();
-    if (DuplicateHandle(self, GetStdHandle(STD_ERROR_HANDLE), self, &inherited[2], 0, TRUE, DUPLICATE_SAME_ACCESS)) {
+    if (DuplicateHandle(self, messages, self, &inherited[2], 0, TRUE, DUPLICATE_SAME_ACCESS)) {
         setup.StartupInfo.hStdError = inherited[count++];
     }
     SIZE_T size = 0;
@@ -101,11 +102,12 @@ HANDLE startWith(std::wstring line, HANDLE input, HANDLE output, int& id) {
 
 } // namespace
 
-HelperProcess::HelperProcess(const std::string& program, const std::vector<std::string>& arguments) {
+HelperProcess::HelperProcess(const std::string& program, const std::vector<std::string>& arguments, Messages messages) {
     const Pipe toChild = makePipe(true);
     const Pipe fromChild = makePipe(false);
+    HANDLE const complaints = messages == Messages::amongLines ? fromChild.child : GetStdHandle(STD_ERROR_HANDLE);
     process_ = reinterpret_cast<std::intptr_t>(
-        startWith(commandLine(program, arguments), toChild.child, fromChild.child, id_));
+        startWith(commandLine(program, arguments), toChild.child, fromChild.child, complaints, id_));
     CloseHandle(toChild.child);
     CloseHandle(fromChild.child);
     input_ = reinterpret_cast<std::intptr_t>(toChild.ours);
@@ -164,8 +166,16 @@ void HelperProcess::killAndKeep() const {
     }
 }
 
-int HelperProcess::finish() {
+void HelperProcess::endInput() {
     closeIfOpen(input_);
+}
+
+bool HelperProcess::hasEnded() const {
+    return process_ == kNone || WaitForSingleObject(handleOf(process_), 0) == WAIT_OBJECT_0;
+}
+
+int HelperProcess::finish() {
+    endInput();
     DWORD code = kKilled;
     if (process_ != kNone) {
         WaitForSingleObject(handleOf(process_), INFINITE);
