@@ -11,6 +11,9 @@
 
 #include <windows.h>
 
+#include <csignal>
+#include <cstdlib>
+
 namespace tessera::platform {
 namespace {
 
@@ -190,6 +193,21 @@ TEST(ThreadCalls, TheClassIsThatOfThisProcess) {
     calls.answer("GetPriorityClass", 128);
     EXPECT_EQ(processClass(), 128u);
     EXPECT_THAT(calls.take({"GetPriorityClass"}), ElementsAre("GetPriorityClass(-1)"));
+}
+
+// The runtime of an older system lacks the entry.
+TEST(ThreadCalls, AnAbortIsToldToTheRuntimeThroughALateEntryFirst) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(
+        {
+            static SystemCalls calls;
+            std::signal(SIGABRT, [](int) {
+                const std::vector<std::string> wanted{"GetProcAddress(..., \"_set_abort_behavior\")"};
+                std::_Exit(calls.take({"GetProcAddress"}) == wanted ? 0 : 1);
+            });
+            abortQuietly();
+        },
+        testing::ExitedWithCode(0), "");
 }
 
 TEST(ThreadCalls, SleepingLastsAsLongAsTold) {
