@@ -15,6 +15,7 @@
 #include "host/text/Message.h"
 #include "host/text/Text16.h"
 #include "persistence/objects/PersistenceHooks.h"
+#include "platform/ConsoleText.h"
 #include "platform/ProgramArguments.h"
 
 #include <CLI/CLI.hpp>
@@ -149,6 +150,7 @@ void addOptions(CLI::App& app, Options& options) {
 } // namespace
 
 int main(int argc, char** argv) {
+    platform::showUtf8InConsole();
     platform::ProgramArguments arguments(argc, argv);
     takeName();
     loadLanguage();

@@ -3,6 +3,7 @@
 #include "peer/EditorCommand.h"
 #include "peer/ExportScriptText.h"
 #include "peer/PeerProgram.h"
+#include "platform/ConsoleText.h"
 #include "platform/Identity.h"
 #include "platform/NativePath.h"
 #include "platform/ProgramArguments.h"
@@ -68,6 +69,7 @@ int runPeer(const Options& options) {
 } // namespace
 
 int main(int argc, char** argv) {
+    tessera::platform::showUtf8InConsole();
     tessera::platform::ProgramArguments arguments(argc, argv);
     Options options;
     CLI::App app(kDescription, "tesx-peer");
