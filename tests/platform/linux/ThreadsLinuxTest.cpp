@@ -19,6 +19,11 @@ int niceOf(const SleepingThread& thread) {
     return getpriority(PRIO_PROCESS, thread.handle.id());
 }
 
+// Nice values add up: where the program itself was started under nice, none is the one of the table.
+const char* whyNoPlainValues() {
+    return getpriority(PRIO_PROCESS, 0) == 0 ? nullptr : "the tests were started with a nice value of their own";
+}
+
 bool mayRaise() {
     rlimit limit{};
     return geteuid() == 0 || (getrlimit(RLIMIT_NICE, &limit) == 0 && limit.rlim_cur >= 40);
@@ -36,6 +41,9 @@ int inAnotherProcess(bool (*body)()) {
 }
 
 TEST(ThreadsLinux, PriorityIsANiceValueOfTheOneThread) {
+    if (const char* reason = whyNoPlainValues()) {
+        GTEST_SKIP() << reason;
+    }
     const int own = getpriority(PRIO_PROCESS, gettid());
     SleepingThread thread;
     EXPECT_TRUE(thread.handle.setPriority(-1));
@@ -46,6 +54,9 @@ TEST(ThreadsLinux, PriorityIsANiceValueOfTheOneThread) {
 }
 
 TEST(ThreadsLinux, ClassOfTheProcessMovesItsThreadsAlong) {
+    if (const char* reason = whyNoPlainValues()) {
+        GTEST_SKIP() << reason;
+    }
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     EXPECT_EQ(inAnotherProcess([] {
                   SleepingThread thread;
@@ -58,6 +69,9 @@ TEST(ThreadsLinux, ClassOfTheProcessMovesItsThreadsAlong) {
 }
 
 TEST(ThreadsLinux, RefusedClassLeavesAllThreadsWhereTheyWere) {
+    if (const char* reason = whyNoPlainValues()) {
+        GTEST_SKIP() << reason;
+    }
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     EXPECT_EQ(inAnotherProcess([] {
                   // Without the right to raise, whoever started the test.
@@ -73,6 +87,9 @@ TEST(ThreadsLinux, RefusedClassLeavesAllThreadsWhereTheyWere) {
 }
 
 TEST(ThreadsLinux, HighClassRaisesWhoMay) {
+    if (const char* reason = whyNoPlainValues()) {
+        GTEST_SKIP() << reason;
+    }
     if (!mayRaise()) {
         GTEST_SKIP() << "this user may not raise priorities";
     }
