@@ -16,7 +16,7 @@ namespace tessera::platform {
 namespace {
 
 namespace fs = std::filesystem;
-using testing_support::openHandles;
+using testing_support::expectNoHandleLeftBy;
 
 class FileEntriesWindowsTest : public testing::Test {
 protected:
@@ -142,12 +142,7 @@ TEST_F(FileEntriesWindowsTest, NoQuestionLeavesAHandleBehind) {
         EXPECT_TRUE(moveEntry(path("folder/other"), path("folder/file"), error_));
         EXPECT_TRUE(createFolders(path("made/" + turn), error_));
     };
-    useOnce();
-    const std::size_t before = openHandles();
-    for (int i = 0; i < 10; ++i) {
-        useOnce();
-    }
-    EXPECT_LE(openHandles(), before);
+    expectNoHandleLeftBy(useOnce);
 }
 
 } // namespace

@@ -17,7 +17,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using platform::FolderChange;
-using testing_support::openHandles;
+using testing_support::expectNoHandleLeftBy;
 using testing_support::ScratchFolder;
 
 class FolderChangePortWindowsTest : public FolderChangePortFixture {};
@@ -58,12 +58,7 @@ TEST_F(FolderChangePortWindowsTest, LeavesNoHandleBehind) {
         port->take(key, changes_);
         port->open(10, scratch_.path().string());
     };
-    useOnce();
-    const std::size_t before = openHandles();
-    for (int i = 0; i < 10; ++i) {
-        useOnce();
-    }
-    EXPECT_LE(openHandles(), before);
+    expectNoHandleLeftBy(useOnce);
 }
 
 } // namespace

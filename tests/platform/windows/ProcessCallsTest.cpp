@@ -18,8 +18,8 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing_support::expectNoHandleLeftBy;
 using testing_support::HelperProcess;
-using testing_support::openHandles;
 using testing_support::SystemCalls;
 
 class ProcessCalls : public testing::Test {
@@ -124,12 +124,7 @@ TEST_F(ProcessCalls, WatchesLeaveNoHandleBehind) {
         ProcessEndWatch gone;
         gone.start(helper_.id(), [] {});
     };
-    useAll();
-    const std::size_t before = openHandles();
-    for (int i = 0; i < 10; ++i) {
-        useAll();
-    }
-    EXPECT_LE(openHandles(), before);
+    expectNoHandleLeftBy(useAll);
 }
 
 } // namespace

@@ -18,8 +18,8 @@ namespace tessera::platform {
 namespace {
 
 using testing_support::eventually;
+using testing_support::expectNoHandleLeftBy;
 using testing_support::HelperProcess;
-using testing_support::openHandles;
 using testing_support::ScratchFolder;
 
 // What the helper writes about itself when it's started so.
@@ -70,12 +70,7 @@ TEST(ProcessesWindows, NameWithoutAFolderIsSearchedFor) {
 }
 
 TEST(ProcessesWindows, ManyChildrenLeaveNoHandleBehind) {
-    Process::start(PROCESS_HELPER, {"exit"});
-    const std::size_t before = openHandles();
-    for (int i = 0; i < 10; ++i) {
-        Process::start(PROCESS_HELPER, {"exit"});
-    }
-    EXPECT_LE(openHandles(), before);
+    expectNoHandleLeftBy([] { Process::start(PROCESS_HELPER, {"exit"}); });
 }
 
 TEST(ProcessesWindows, AskingForNamesAndProcessesLeavesNoHandleBehind) {
@@ -87,12 +82,7 @@ TEST(ProcessesWindows, AskingForNamesAndProcessesLeavesNoHandleBehind) {
         findProcess([](int, std::string_view) { return false; });
         Process::open(helper.id());
     };
-    askAll();
-    const std::size_t before = openHandles();
-    for (int i = 0; i < 10; ++i) {
-        askAll();
-    }
-    EXPECT_LE(openHandles(), before);
+    expectNoHandleLeftBy(askAll);
 }
 
 TEST(ProcessesWindows, AProgramWithANameOutsideTheCodePageIsStartedAndNamed) {

@@ -11,19 +11,9 @@
 namespace tessera::platform {
 namespace {
 
-using testing_support::openHandles;
+using testing_support::expectNoHandleLeftBy;
 using testing_support::ScratchFolder;
 using testing_support::utf8OfPath;
-
-template <class Act>
-void expectNoHandleLeftBy(Act act) {
-    act();
-    const std::size_t before = openHandles();
-    for (int i = 0; i < 6; ++i) {
-        act();
-    }
-    EXPECT_LE(openHandles(), before);
-}
 
 TEST(ProgramRunWindows, NoKindOfEndLeavesAHandleBehind) {
     const ScratchFolder scratch;

@@ -11,7 +11,7 @@
 namespace tessera::platform {
 namespace {
 
-using testing_support::openHandles;
+using testing_support::expectNoHandleLeftBy;
 using testing_support::ScratchFolder;
 using testing_support::slashTextOf;
 
@@ -59,12 +59,7 @@ TEST(SmallFileWindows, LeavesNoHandleBehind) {
             readSmallFile(slashTextOf(scratch / name), 100);
         }
     };
-    useOnce();
-    const std::size_t before = openHandles();
-    for (int i = 0; i < 10; ++i) {
-        useOnce();
-    }
-    EXPECT_LE(openHandles(), before);
+    expectNoHandleLeftBy(useOnce);
 }
 
 } // namespace

@@ -4,7 +4,6 @@
 #include "discovery/identity/SystemInfo.h"
 #include "discovery/registry/ServiceDiscovery.h"
 #include "platform/Processes.h"
-#include "support/Eventually.h"
 #include "support/FakePeer.h"
 #include "support/SystemFolders.h"
 #include "support/host/FakeContext.h"
@@ -24,7 +23,7 @@ using test::FakeContext;
 using test::FakeHost;
 using test::FakePeer;
 using test::makeFake;
-using testing_support::openHandles;
+using testing_support::expectNoHandleLeftBy;
 
 class ExchangeServiceWindowsTest : public testing::Test {
 protected:
@@ -46,31 +45,18 @@ protected:
         // What is known of a peer outlives the service.
         ServiceDiscovery::getInstance().removeByProcessId(platform::ownProcessId());
     }
-    template <class Act>
-    static void expectNothingLeftBy(Act act) {
-        for (int i = 0; i < 3; ++i) {
-            act();
-        }
-        const std::size_t before = openHandles();
-        for (int i = 0; i < 8; ++i) {
-            act();
-        }
-        // Threads of the link may take a moment to be gone.
-        EXPECT_TRUE(testing_support::eventually([&] { return openHandles() <= before; }, std::chrono::seconds(3)))
-            << openHandles() << " handles, before " << before;
-    }
 
     FakeHost host_;
     FRefPtr<FakeContext> context_ = makeFake<FakeContext>("Harrow Max", "9.0.20", host_.services.get());
 };
 
 TEST_F(ExchangeServiceWindowsTest, LeavesNoHandleBehindHoweverOftenItRuns) {
-    expectNothingLeftBy([this] { comeAndGo(); });
+    expectNoHandleLeftBy([this] { comeAndGo(); });
 }
 
 TEST_F(ExchangeServiceWindowsTest, LeavesNoHandleBehindWithAPeerEither) {
     writePeerRecord();
-    expectNothingLeftBy([this] {
+    expectNoHandleLeftBy([this] {
         const FakePeer peer(LinkSocket::userAddress(systemInfo().userName));
         comeAndGo();
     });

@@ -18,8 +18,8 @@ namespace tessera::test {
 namespace {
 
 namespace fs = std::filesystem;
+using testing_support::expectNoHandleLeftBy;
 using testing_support::makeJunction;
-using testing_support::openHandles;
 using testing_support::ScratchFolder;
 using testing_support::slashTextOf;
 
@@ -158,12 +158,7 @@ TEST_F(NativeFileSystemWindowsTest, LeavesNoHandleBehind) {
         EXPECT_EQ(files_.removeAll(at("folder")).value(), 3u);
         EXPECT_EQ(files_.removeAll(at("copy")).value(), 3u);
     };
-    useOnce();
-    const std::size_t before = openHandles();
-    for (int i = 0; i < 10; ++i) {
-        useOnce();
-    }
-    EXPECT_LE(openHandles(), before);
+    expectNoHandleLeftBy(useOnce);
 }
 
 TEST_F(NativeFileSystemWindowsTest, AJunctionIsNeverEntered) {
