@@ -43,6 +43,9 @@ TEST(FLock, IsFreeAfterAsManyUnlocksAsLocks) {
 }
 
 TEST(FLock, IsNotUnlockedByAThreadThatDoesNotHoldIt) {
+#if defined(__SANITIZE_THREAD__)
+    GTEST_SKIP() << "the thread sanitizer reports every such unlock, also the one that a mutex refuses";
+#endif
     FLock lock;
     lock.unlock();
     lock.lock();
