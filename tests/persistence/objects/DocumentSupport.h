@@ -9,8 +9,6 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <map>
-#include <regex>
 #include <string>
 
 namespace tessera::test {
@@ -58,19 +56,6 @@ inline bool loadObject(CmObject& object, const std::string& text, const char* ro
 
 // A document with its IDs replaced by their number in the order in which they occur: IDs are addresses, and differ from
 // one run to the next.
-inline std::string renumbered(const std::string& text) {
-    static const std::regex id("(ID|item value)=\"([0-9]+)\"");
-    std::map<std::string, std::string> numbers;
-    std::string result;
-    std::size_t copied = 0;
-    for (std::sregex_iterator match(text.begin(), text.end(), id), end; match != end; ++match) {
-        const auto start = static_cast<std::size_t>(match->position(2));
-        const std::string number = std::to_string(numbers.size() + 1);
-        result.append(text, copied, start - copied);
-        result += numbers.try_emplace(match->str(2), number).first->second;
-        copied = start + static_cast<std::size_t>(match->length(2));
-    }
-    return result.append(text, copied);
-}
+std::string renumbered(const std::string& text);
 
 } // namespace tessera::test
