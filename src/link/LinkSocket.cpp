@@ -1,12 +1,14 @@
 #include "link/LinkSocket.h"
 
 #include "platform/IpcAddress.h"
+#include "platform/IpcPace.h"
 #include "platform/ProcessEnd.h"
 
 #include <nanomsg/nn.h>
 #include <nanomsg/pair.h>
 
 #include <cstdio>
+#include <thread>
 
 namespace tessera {
 
@@ -92,7 +94,20 @@ bool LinkSocket::close() {
 }
 
 int LinkSocket::send(std::string_view message, SendMode mode) {
-    return nn_send(socket_, message.data(), message.size(), mode == SendMode::Blocking ? 0 : NN_DONTWAIT);
+    if (mode == SendMode::NonBlocking) {
+        letLastMessageGo();
+    }
+    const int sent = nn_send(socket_, message.data(), message.size(), mode == SendMode::Blocking ? 0 : NN_DONTWAIT);
+    if (sent != -1) {
+        lastSend_ = std::chrono::steady_clock::now();
+    }
+    return sent;
+}
+
+// Nobody sends a refused message again. So two in one breath, such as those of two edits
+// that are given up, both have to get out.
+void LinkSocket::letLastMessageGo() const {
+    std::this_thread::sleep_until(lastSend_ + platform::ipcSendPause());
 }
 
 std::string LinkSocket::receive() {

@@ -3,10 +3,13 @@
 //
 // The module binds, the peer connects; both work the address out from the user's login name and never tell it to each
 // other. A socket may be opened and closed any number of times. There is no lock: one thread at a time. A blocking send
-// waits at most 4,000 ms, the waiting receive of sendAndReceive another 4,000 ms; nothing else waits. Failures are
-// printed to standard output, one line each, and otherwise dropped: none raises an exception and none is retried.
+// waits at most 4,000 ms, the waiting receive of sendAndReceive another 4,000 ms. A send that doesn't block may come
+// out a few hundredths of a second after the one before it, where the platform's sockets need that time; nothing else
+// waits. Failures are printed to standard output, one line each, and otherwise dropped: none raises an exception and
+// none is retried.
 #pragma once
 
+#include <chrono>
 #include <string>
 #include <string_view>
 
@@ -56,11 +59,13 @@ private:
 
     bool createSocket();
     int attach(LinkSide side) const;
+    void letLastMessageGo() const;
     std::string receiveOne(Wait wait);
 
     std::string address_;
     int socket_ = -1;
     bool open_ = false;
+    std::chrono::steady_clock::time_point lastSend_;
 };
 
 } // namespace tessera

@@ -101,7 +101,7 @@ private:
             return;
         }
         if (fields[1] == WireVerb::sendConnectionInfo || fields[1] == WireVerb::suspendKiteDriver) {
-            socket.send("ok", SendMode::NonBlocking);
+            socket.send("ok", SendMode::Blocking);
         } else if (fields[1] == WireVerb::openFile) {
             const std::string_view verb = editor_(fields[2]) ? WireVerb::finishedFileEdit : WireVerb::cancelFileEdit;
             say(writeMessage({verb, fields[2]}));
@@ -115,7 +115,7 @@ private:
             sending.swap(outgoing_);
         }
         for (const std::string& message : sending) {
-            socket.send(message, SendMode::NonBlocking);
+            socket.send(message, SendMode::Blocking);
         }
     }
 

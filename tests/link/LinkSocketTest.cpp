@@ -198,6 +198,17 @@ TEST_F(LinkSocketTest, MessagesArriveWholeAndInOrder) {
     EXPECT_EQ(waitFor(here), second);
 }
 
+TEST_F(LinkSocketTest, MessagesInOneBreathArriveThoughNoneWaits) {
+    LinkSocket here(address_), there(address_);
+    connect(here, there);
+    for (const char* message : {"one", "two", "three", "four"}) {
+        EXPECT_GT(here.send(message, SendMode::NonBlocking), 0) << message;
+    }
+    for (const char* message : {"one", "two", "three", "four"}) {
+        EXPECT_EQ(waitFor(there), message);
+    }
+}
+
 TEST_F(LinkSocketTest, MessageOfNoBytesCountsAsNothing) {
     LinkSocket here(address_);
     LinkSocket there(address_);
