@@ -18,9 +18,6 @@ using testing_support::eventually;
 using testing_support::ScratchFolder;
 using Events = std::vector<ChangeEvent>;
 
-// A worker that has ended by itself is known until the next one starts, which some systems count.
-constexpr std::size_t kEndedWorker = 1;
-
 class DirectoryWatcherTest : public WatcherFixture {
 protected:
     // Makes a folder and waits until that has been told: a system may lose changes that come too fast.
@@ -89,7 +86,7 @@ TEST_F(DirectoryWatcherTest, AfterTheLastUnwatchNothingIsToldOrHeld) {
     EXPECT_GT(openFiles(), files);
     EXPECT_TRUE(watcher_.unwatch(std::vector<std::string>{root(), "/never/watched"}));
     watcher_.unwatch(root()); // not below zero
-    EXPECT_TRUE(eventually([&] { return openFiles() <= files + kEndedWorker; }));
+    EXPECT_TRUE(eventually([&] { return openFiles() <= files; }));
     fs::create_directory(scratch_ / "silent");
     // A later watch starts a new worker.
     ASSERT_TRUE(watchRoot());
@@ -126,7 +123,7 @@ TEST_F(DirectoryWatcherTest, StopEndsWithinAMomentAndLetsGo) {
         watcher_.stop();
         EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(2));
     }
-    EXPECT_TRUE(eventually([&] { return openFiles() <= files + kEndedWorker; }));
+    EXPECT_TRUE(eventually([&] { return openFiles() <= files; }));
     watcher_.stop(); // without a worker: nothing
     fs::create_directory(scratch_ / "silent");
     ASSERT_TRUE(watchRoot());
@@ -184,7 +181,7 @@ TEST_F(DirectoryWatcherTest, AListenerMayRemoveItselfAndUnwatch) {
     const std::size_t files = openFiles();
     ASSERT_TRUE(watchRoot());
     fs::create_directory(scratch_ / "a");
-    EXPECT_TRUE(eventually([&] { return calls == 1 && openFiles() <= files + kEndedWorker; }));
+    EXPECT_TRUE(eventually([&] { return calls == 1 && openFiles() <= files; }));
 }
 
 TEST_F(DirectoryWatcherTest, StopWithinAListenerDoesntWaitForItself) {
@@ -192,7 +189,7 @@ TEST_F(DirectoryWatcherTest, StopWithinAListenerDoesntWaitForItself) {
     watcher_.addListener([&](const ChangeBatch&) { watcher_.stop(); });
     ASSERT_TRUE(watchRoot());
     fs::create_directory(scratch_ / "a");
-    EXPECT_TRUE(eventually([&] { return openFiles() <= files + kEndedWorker; }));
+    EXPECT_TRUE(eventually([&] { return openFiles() <= files; }));
 }
 
 TEST_F(DirectoryWatcherTest, ABatchBearsItsTime) {

@@ -112,7 +112,7 @@ protected:
     Recorder recorder_{watcher_, scratch_.path()};
 };
 
-// What this process holds of the system, and its threads.
+// The files and folders that this process has open, with what tells it of their changes, and its threads.
 std::size_t openFiles();
 std::size_t runningThreads();
 

@@ -7,6 +7,7 @@
 
 #include <winternl.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -15,6 +16,7 @@ namespace tessera::testing_support {
 namespace {
 
 constexpr auto kExtendedHandles = static_cast<SYSTEM_INFORMATION_CLASS>(64);
+constexpr auto kObjectType = static_cast<OBJECT_INFORMATION_CLASS>(2);
 constexpr NTSTATUS kTooShort = static_cast<NTSTATUS>(0xc0000004);
 
 // As the system lays it out.
@@ -34,12 +36,14 @@ struct HandleList {
     HandleEntry entries[1];
 };
 
-} // namespace
+template <class Function>
+Function systemFunction(const char* name) {
+    return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"ntdll"), name)));
+}
 
-std::size_t openHandles() {
+std::vector<HANDLE> ownHandles() {
     using Query = NTSTATUS(NTAPI*)(SYSTEM_INFORMATION_CLASS, void*, ULONG, ULONG*);
-    const auto query = reinterpret_cast<Query>(
-        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"ntdll"), "NtQuerySystemInformation")));
+    const auto query = systemFunction<Query>("NtQuerySystemInformation");
     std::vector<std::uint64_t> storage(1 << 14);
     NTSTATUS status = kTooShort;
     while (status == kTooShort) {
@@ -49,12 +53,39 @@ std::size_t openHandles() {
     }
     EXPECT_EQ(status, 0) << "the system doesn't tell its handles";
     const auto* list = reinterpret_cast<const HandleList*>(storage.data());
-    std::size_t own = 0;
+    std::vector<HANDLE> own;
     for (std::size_t i = 0; i < list->count; ++i) {
-        own += list->entries[i].process == GetCurrentProcessId() ? 1u : 0u;
+        if (list->entries[i].process == GetCurrentProcessId()) {
+            own.push_back(reinterpret_cast<HANDLE>(list->entries[i].value));
+        }
     }
-    EXPECT_GT(own, 0u) << "this process holds something, if only its threads";
+    EXPECT_FALSE(own.empty()) << "this process holds something, if only its threads";
     return own;
+}
+
+std::string kindOf(HANDLE handle) {
+    using Query = NTSTATUS(NTAPI*)(HANDLE, OBJECT_INFORMATION_CLASS, void*, ULONG, ULONG*);
+    alignas(UNICODE_STRING) std::byte storage[1024];
+    if (systemFunction<Query>("NtQueryObject")(handle, kObjectType, storage, sizeof storage, nullptr) != 0) {
+        return "closed meanwhile";
+    }
+    // The name stands first, its text behind the record.
+    const auto& name = *reinterpret_cast<const UNICODE_STRING*>(storage);
+    return std::string(name.Buffer, name.Buffer + name.Length / sizeof(wchar_t));
+}
+
+} // namespace
+
+std::size_t openHandles() {
+    return ownHandles().size();
+}
+
+std::map<std::string, std::size_t> openHandlesByKind() {
+    std::map<std::string, std::size_t> kinds;
+    for (HANDLE handle : ownHandles()) {
+        ++kinds[kindOf(handle)];
+    }
+    return kinds;
 }
 
 } // namespace tessera::testing_support

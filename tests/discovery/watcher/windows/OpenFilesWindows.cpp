@@ -8,7 +8,8 @@
 namespace tessera::test {
 
 std::size_t openFiles() {
-    return testing_support::openHandles();
+    auto kinds = testing_support::openHandlesByKind();
+    return kinds["File"] + kinds["IoCompletion"];
 }
 
 std::size_t runningThreads() {
