@@ -87,7 +87,8 @@ public:
     virtual Result<bool> createDirectories(const Uri& folder) = 0;
     // A shortcut file beside others; it gets the extension ".lnk" if it has another. Gives its URI.
     virtual Result<Uri> createLink(const Uri& target, const Uri& link) = 0;
-    // A file, or a folder with its content. The first form fails when the target is there.
+    // A file, or a folder with its content; a copy within the folder doesn't take itself along. The first form fails
+    // when a target file is there.
     virtual Result<void> copy(const Uri& from, const Uri& to) = 0;
     enum class Overwrite { no, yes };
     virtual Result<void> copy(const Uri& from, const Uri& to, Overwrite overwrite) = 0;

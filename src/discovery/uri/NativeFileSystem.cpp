@@ -14,6 +14,7 @@
 
 #include <chrono>
 #include <system_error>
+#include <utility>
 
 namespace tessera {
 
@@ -122,30 +123,58 @@ void replaceFile(const std::string& from, const std::string& to, std::error_code
     }
 }
 
-void copyTree(const std::string& from, const std::string& to, FileSystem::Overwrite overwrite, std::error_code& error) {
-    const platform::EntryType source = platform::ownEntryType(from, error);
-    if (error) {
-        return;
+class TreeCopy {
+public:
+    TreeCopy(std::string target, FileSystem::Overwrite overwrite) : target_(std::move(target)), overwrite_(overwrite) {}
+
+    void take(const std::string& from, std::error_code& error) const { copy(from, target_, error); }
+
+private:
+    void copy(const std::string& from, const std::string& to, std::error_code& error) const {
+        const platform::EntryType source = platform::ownEntryType(from, error);
+        if (error) {
+            return;
+        }
+        if (source == platform::EntryType::folder) {
+            copyFolder(from, to, error);
+        } else {
+            copyOne(from, to, source, error);
+        }
     }
-    if (source != platform::EntryType::folder) {
-        const bool replaces = overwrite == FileSystem::Overwrite::yes && source == platform::EntryType::file;
+
+    void copyOne(const std::string& from, const std::string& to, platform::EntryType source,
+                 std::error_code& error) const {
+        const bool replaces = overwrite_ == FileSystem::Overwrite::yes && source == platform::EntryType::file;
         if (replaces && platform::entryType(to, error) == platform::EntryType::file) {
             replaceFile(from, to, error);
         } else if (!error) {
             platform::copyEntry(from, to, error);
         }
-        return;
     }
-    if (platform::entryType(to, error) != platform::EntryType::folder && !platform::makeFolderLike(to, from, error)) {
-        return;
-    }
-    for (const platform::NamedEntry& entry : platform::entriesOf(from, error)) {
-        copyTree(joined(from, entry.name), joined(to, entry.name), overwrite, error);
-        if (error) {
+
+    void copyFolder(const std::string& from, const std::string& to, std::error_code& error) const {
+        if (platform::entryType(to, error) != platform::EntryType::folder &&
+            !platform::makeFolderLike(to, from, error)) {
             return;
         }
+        for (const platform::NamedEntry& entry : platform::entriesOf(from, error)) {
+            const std::string inner = joined(from, entry.name);
+            // A folder may be copied to a place within it. The copy doesn't take itself along: that would never end.
+            if (entry.isFolder && platform::isOneEntry(inner, target_, error)) {
+                continue;
+            }
+            if (!error) {
+                copy(inner, joined(to, entry.name), error);
+            }
+            if (error) {
+                return;
+            }
+        }
     }
-}
+
+    std::string target_;
+    FileSystem::Overwrite overwrite_;
+};
 
 FStream* openStream(FNPath& path, std::uint32_t mode, std::int32_t& error) {
     FFileSystem* files = FFileSystem::getInstance();
@@ -306,7 +335,7 @@ Result<void> NativeFileSystem::copy(const Uri& from, const Uri& to) {
 
 Result<void> NativeFileSystem::copy(const Uri& from, const Uri& to, Overwrite overwrite) {
     std::error_code error;
-    copyTree(nativePath(from), nativePath(to), overwrite, error);
+    TreeCopy(nativePath(to), overwrite).take(nativePath(from), error);
     return resultOf(error);
 }
 

@@ -224,6 +224,20 @@ TEST_F(NativeFileSystemTest, CopiesWithAndWithoutOverwriting) {
     EXPECT_EQ(scratch_.read("copy/sub/leaf"), "leaf");
 }
 
+TEST_F(NativeFileSystemTest, AFolderCopiedIntoItselfHasEverythingButTheCopy) {
+    scratch_.write("song/take", "take");
+    scratch_.write("song/old/mix", "mix");
+    EXPECT_TRUE(files_.copy(at("song"), at("song/backup")).ok());
+    EXPECT_EQ(scratch_.read("song/backup/take"), "take");
+    EXPECT_EQ(scratch_.read("song/backup/old/mix"), "mix");
+    EXPECT_FALSE(scratch_.has("song/backup/backup"));
+    // Further below, and by another name.
+    EXPECT_TRUE(files_.copy(at("song"), at("song/old/../old/all")).ok());
+    EXPECT_EQ(scratch_.read("song/old/all/backup/old/mix"), "mix");
+    EXPECT_EQ(scratch_.read("song/old/all/old/mix"), "mix");
+    EXPECT_FALSE(scratch_.has("song/old/all/old/all"));
+}
+
 TEST_F(NativeFileSystemTest, Renames) {
     scratch_.write("from", "x");
     EXPECT_TRUE(files_.rename(at("from"), at("to")).ok());
