@@ -3,6 +3,7 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
 #include <utility>
 
 namespace tessera::testing_support {
@@ -12,15 +13,13 @@ public:
     explicit SetAside(std::filesystem::path path) : path_(std::move(path)), aside_(path_), nothing_(path_) {
         aside_ += " (set aside by a test)";
         nothing_ += " (made by a test)";
-        // Where one was ended in the middle, it has left one of these, and what lies at the path is the test's.
-        if (!std::filesystem::exists(aside_) && !std::filesystem::exists(nothing_)) {
-            if (std::filesystem::exists(path_)) {
-                std::filesystem::rename(path_, aside_);
-            } else {
-                std::filesystem::create_directories(nothing_);
-            }
+        const bool oneWasEnded = std::filesystem::exists(aside_) || std::filesystem::exists(nothing_);
+        if (std::filesystem::exists(path_)) {
+            // Where one was ended in the middle, this is probably what that test has left, and perhaps the user's.
+            std::filesystem::rename(path_, oneWasEnded ? unusedName() : aside_);
+        } else if (!oneWasEnded) {
+            std::filesystem::create_directories(nothing_);
         }
-        std::filesystem::remove_all(path_);
     }
     SetAside(const SetAside&) = delete;
     SetAside& operator=(const SetAside&) = delete;
@@ -36,6 +35,16 @@ public:
     const std::filesystem::path& path() const { return path_; }
 
 private:
+    std::filesystem::path unusedName() const {
+        for (int number = 1;; ++number) {
+            std::filesystem::path name = path_;
+            name += " (found by a test, " + std::to_string(number) + ")";
+            if (!std::filesystem::exists(name)) {
+                return name;
+            }
+        }
+    }
+
     std::filesystem::path path_;
     std::filesystem::path aside_;
     // Tells, where nothing was to be set aside, that this is so.
