@@ -15,6 +15,9 @@ namespace {
 constexpr DWORD kKilled = 0xc000013a; // as by Ctrl-C, which no program gives by itself
 constexpr DWORD kErrorBits = 0xc0000000;
 
+// Once in thousands of starts on a busy machine Wine loses a process before it is up, and says that it knows no reason.
+constexpr int kAttempts = 3;
+
 HANDLE handleOf(std::intptr_t value) {
     return reinterpret_cast<HANDLE>(value);
 }
@@ -63,6 +66,19 @@ Pipe makePipe(bool childReads) {
     return pipe;
 }
 
+bool create(std::wstring& line, STARTUPINFOEXW& setup, PROCESS_INFORMATION& started) {
+    for (int attempt = 0; attempt < kAttempts; ++attempt) {
+        if (CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, EXTENDED_STARTUPINFO_PRESENT, nullptr, nullptr,
+                           &setup.StartupInfo, &started) != 0) {
+            return true;
+        }
+        if (GetLastError() != ERROR_INTERNAL_ERROR) {
+            return false;
+        }
+    }
+    return false;
+}
+
 // Another helper's pipes must not get into this one, or their end would never be seen: hence the list. The messages go
 // where their handle leads, which need not be one to inherit.
 HANDLE startWith(std::wstring line, HANDLE input, HANDLE output, HANDLE messages, int& id) {
@@ -86,13 +102,12 @@ HANDLE startWith(std::wstring line, HANDLE input, HANDLE output, HANDLE messages
                               nullptr);
     setup.lpAttributeList = list;
     PROCESS_INFORMATION started = {};
-    const BOOL done = CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, EXTENDED_STARTUPINFO_PRESENT,
-                                     nullptr, nullptr, &setup.StartupInfo, &started);
+    const bool done = create(line, setup, started);
     DeleteProcThreadAttributeList(list);
     if (count == 3) {
         CloseHandle(inherited[2]);
     }
-    if (done == 0) {
+    if (!done) {
         return INVALID_HANDLE_VALUE;
     }
     CloseHandle(started.hThread);
