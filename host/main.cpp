@@ -151,6 +151,7 @@ void addOptions(CLI::App& app, Options& options) {
 
 int main(int argc, char** argv) {
     platform::showUtf8InConsole();
+    platform::readUtf8FromConsole();
     platform::ProgramArguments arguments(argc, argv);
     takeName();
     loadLanguage();

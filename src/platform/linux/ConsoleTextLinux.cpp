@@ -5,4 +5,6 @@ namespace tessera::platform {
 // Terminals are set up by their users.
 void showUtf8InConsole() {}
 
+void readUtf8FromConsole() {}
+
 } // namespace tessera::platform

@@ -1,10 +1,17 @@
 #include "platform/ConsoleText.h"
 
+#include "platform/windows/WideText.h"
+
+#include <array>
 #include <cstddef>
 #include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
 #include <io.h>
+#include <iostream>
+#include <streambuf>
+#include <string>
+#include <string_view>
 #include <windows.h>
 
 namespace tessera::platform {
@@ -34,6 +41,51 @@ void putBack() {
     SetConsoleOutputCP(before);
 }
 
+// The C runtime reads a console by the bytes of a code page, and gets a zero for each letter that isn't in ASCII when
+// that page is UTF-8.
+class TypedText : public std::streambuf {
+public:
+    explicit TypedText(HANDLE console) : console_(console) {}
+
+protected:
+    int_type underflow() override {
+        do {
+            if (!readMore()) {
+                return traits_type::eof();
+            }
+        } while (text_.empty());
+        setg(text_.data(), text_.data(), text_.data() + text_.size());
+        return traits_type::to_int_type(text_.front());
+    }
+
+private:
+    // A line, or as much of it as fits.
+    bool readMore() {
+        std::array<wchar_t, 1024> units;
+        units[0] = half_;
+        const DWORD kept = half_ != 0 ? 1 : 0;
+        DWORD count = 0;
+        const BOOL done =
+            ReadConsoleW(console_, units.data() + kept, static_cast<DWORD>(units.size()) - kept, &count, nullptr);
+        if (done == 0 || count == 0 || units[kept] == kEndOfInput) {
+            return false;
+        }
+        count += kept;
+        half_ = isHighSurrogate(static_cast<char16_t>(units[count - 1])) ? units[--count] : L'\0';
+        text_ = utf8Of(std::wstring_view(units.data(), count));
+        std::erase(text_, '\r');
+        return true;
+    }
+
+    // Ctrl-Z, which ends the input where it stands first in a line.
+    static constexpr wchar_t kEndOfInput = 0x1a;
+
+    HANDLE console_;
+    std::string text_;
+    // Of a letter of two units, where the first read ends between them; 0 for none.
+    wchar_t half_ = 0;
+};
+
 } // namespace
 
 void showUtf8InConsole() {
@@ -44,6 +96,16 @@ void showUtf8InConsole() {
     if (current != 0 && current != CP_UTF8 && SetConsoleOutputCP(CP_UTF8)) {
         before = current;
         std::atexit(putBack);
+    }
+}
+
+void readUtf8FromConsole() {
+    HANDLE const input = GetStdHandle(STD_INPUT_HANDLE);
+    DWORD mode = 0;
+    if (GetConsoleMode(input, &mode) != 0) {
+        // For good: a thread may wait for a line until the process is gone.
+        static TypedText& typed = *new TypedText(input);
+        std::cin.rdbuf(&typed);
     }
 }
 
