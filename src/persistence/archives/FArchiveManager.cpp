@@ -14,18 +14,30 @@
 #include "persistence/streams/FileOpenMode.h"
 
 #include <atomic>
+#include <string>
 
 namespace tessera {
 
 namespace {
 
 constexpr const char* kCategory = "VirtualFileSystem";
+// Each level of archives within archives takes its share of the stack while it is mounted.
+constexpr int kDeepest = 16;
 constexpr std::uint32_t kReadMode = FileOpenMode::read | FileOpenMode::shareRead;
 constexpr std::uint32_t kWriteMode = kReadMode | FileOpenMode::write | FileOpenMode::shareWrite;
 static_assert(kReadMode == 5 && kWriteMode == 15);
 
 constinit FSingleton<FArchiveManager> instance([] { return new FArchiveManager; });
 constinit std::atomic<IBaseUnknown*> hostContext{nullptr};
+
+bool isTooDeep(std::u16string key) {
+    int levels = 1;
+    while (levels <= kDeepest && isVirtualText(key)) {
+        key = archiveKey(key).value_or(std::u16string());
+        ++levels;
+    }
+    return levels > kDeepest;
+}
 
 FRefPtr<IComponentSource> componentSource() {
     ClassFactory* factory = ClassFactory::getInstance(false);
@@ -83,11 +95,16 @@ FFileSystem* FArchiveManager::getFileSystem(const FPath& path) {
         return entry->getFileSystem();
     }
     getScheme(path, scheme);
-    return pathtext::viewOf(scheme) == kArchiveScheme ? mount(scheme, key) : nullptr;
+    const bool mounts = pathtext::viewOf(scheme) == kArchiveScheme && !isTooDeep(pathtext::wideText(key));
+    return mounts ? mount(scheme, key) : nullptr;
 }
 
 FFileSystem* FArchiveManager::mount(const FString& scheme, const FString& key) {
     FNPath archive(key, PathKind::file);
+    // Each of the steps below would try anew to mount what holds the archive.
+    if (isVirtualPath(archive) && getFileSystem(archive) == nullptr) {
+        return nullptr;
+    }
     const FRefPtr<IVirtualFileSystem> component = componentFor(archive.getFileType());
     FFileSystem* files = FFileSystem::getInstance();
     if (!component || files == nullptr ||

@@ -37,7 +37,8 @@ public:
     FArchiveManager();
     ~FArchiveManager() override;
 
-    // Null when it can't be had: no key, no component for the type, or an archive that it can't open.
+    // Null when it can't be had: no key, no component for the type, an archive that it can't open, or one that lies in
+    // more than 15 others.
     FFileSystem* getFileSystem(const FPath& path);
     // False for null and empty arguments. What stands under the key already stays, counted once more.
     bool addArchive(FFileSystem* fileSystem, const FStringRef& scheme, const FStringRef& key);

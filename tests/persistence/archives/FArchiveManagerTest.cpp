@@ -222,6 +222,38 @@ TEST_F(FArchiveManagerTest, AnArchiveWithinAnArchiveIsMountedThroughIt) {
     EXPECT_EQ(state_.volumes, 0);
 }
 
+TEST_F(FArchiveManagerTest, ArchivesLieInOneAnotherUpToSixteenDeep) {
+    state_.files[u"n.pak"] = "archive";
+    std::string inner = "n.pak";
+    for (int level = 2; level < 16; ++level) {
+        inner += "\\\\n.pak";
+    }
+    EXPECT_EQ(read(in(inner + "\\\\file.wav")), "12345");
+    EXPECT_EQ(state_.volumes, 16);
+    EXPECT_EQ(read(in(inner + "\\\\n.pak\\\\file.wav")), "none");
+    EXPECT_EQ(state_.volumes, 16);
+    // From the innermost outwards, as each holds the one around it open.
+    archives_->removeUnusedRemovables();
+    EXPECT_EQ(state_.volumes, 0);
+}
+
+TEST_F(FArchiveManagerTest, APathThroughAnyNumberOfArchivesIsAnswered) {
+    std::string text = "vfs:\\\\";
+    for (int level = 0; level < 20000; ++level) {
+        text += "a\\\\";
+    }
+    EXPECT_FALSE(files_->fileExists(FNPath(FString((text + "f").c_str()), PathKind::file)));
+}
+
+TEST_F(FArchiveManagerTest, AnOuterArchiveThatIsMissingIsAskedForOnce) {
+    std::string inner = "x.pak";
+    for (int level = 0; level < 9; ++level) {
+        inner += "\\\\x.pak";
+    }
+    EXPECT_FALSE(files_->fileExists(in(inner, "missing.pak")));
+    EXPECT_EQ(state_.made, 2) << "the two components of the source, for the outermost";
+}
+
 TEST_F(FArchiveManagerTest, TheFileIsOpenedForWritingWhereTheComponentWrites) {
     for (const bool writes : {false, true}) {
         SCOPED_TRACE(writes);
