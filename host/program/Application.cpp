@@ -42,7 +42,7 @@ std::string counted(std::size_t count, const std::string& thing) {
 std::string projectIn(const std::string& folder) {
     std::error_code error;
     for (const auto& entry : fs::directory_iterator(nativePath(folder), error)) {
-        if (entry.path().extension() == kProjectExtension) {
+        if (utf8Text(entry.path().filename()).ends_with(kProjectExtension)) {
             return utf8Text(entry.path());
         }
     }
@@ -51,6 +51,12 @@ std::string projectIn(const std::string& folder) {
 
 std::string fullPath(const std::string& path) {
     return utf8Text(fs::absolute(nativePath(path)).lexically_normal());
+}
+
+// A closing slash would leave the folder without a name, and its project file, too.
+std::string fullFolderPath(const std::string& path) {
+    const fs::path full = nativePath(fullPath(path));
+    return utf8Text(full.has_filename() || !full.has_relative_path() ? full : full.parent_path());
 }
 
 } // namespace
@@ -172,7 +178,7 @@ Complaint Application::newProject(const std::string& folder, const std::vector<s
         return message(hostTexts.unsavedChanges);
     }
     std::error_code error;
-    const std::string path = fullPath(folder);
+    const std::string path = fullFolderPath(folder);
     if (const std::string there = projectIn(path); !there.empty()) {
         return message(hostTexts.folderHoldsProject, path, there);
     }

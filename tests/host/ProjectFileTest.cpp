@@ -313,11 +313,28 @@ TEST_F(ProjectFileTest, ANewProjectNeverTakesThePlaceOfAnother) {
     makeProject({makeSound("a.wav", 1000)});
     ASSERT_EQ(host().saveProject(""), "");
     ASSERT_EQ(host().closeProject(), "");
-    const Complaint complaint = host().newProject(path("project"), {});
-    EXPECT_NE(complaint.find("holds a project already; open it with: open \"" + path("project/project.tesxproject")),
-              std::string::npos)
-        << complaint;
-    EXPECT_EQ(host().project(), nullptr);
+    for (const char* folder : {"project", "project/", "project/."}) {
+        const Complaint complaint = host().newProject(path(folder), {});
+        EXPECT_NE(
+            complaint.find("holds a project already; open it with: open \"" + path("project/project.tesxproject")),
+            std::string::npos)
+            << complaint;
+        EXPECT_EQ(host().project(), nullptr) << folder;
+    }
+}
+
+TEST_F(ProjectFileTest, AFolderNamedWithAClosingSlashIsTheSameFolder) {
+    ASSERT_EQ(host().newProject(path("song/"), {}), "");
+    EXPECT_EQ(host().project()->folderPath(), path("song"));
+    ASSERT_EQ(host().saveProject(""), "");
+    EXPECT_TRUE(std::filesystem::exists(path("song/song.tesxproject")));
+    EXPECT_FALSE(std::filesystem::exists(path("song/.tesxproject")));
+}
+
+TEST_F(ProjectFileTest, AProjectWithoutANameIsSeenToo) {
+    std::filesystem::create_directories(path("song"));
+    std::ofstream(path("song/.tesxproject")) << "kept";
+    EXPECT_NE(host().newProject(path("song"), {}).find("holds a project already"), std::string::npos);
 }
 
 TEST_F(ProjectFileTest, AGuestOpensProjectsByTheirFile) {
