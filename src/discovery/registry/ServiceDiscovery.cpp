@@ -204,6 +204,11 @@ void ServiceDiscovery::takeIn(ServiceRecord record) {
         });
     }
     trace(kAvailable, record.name);
+    // A process whose file another one has overwritten is gone. What is still to come of its end must not be taken for
+    // the going of this one.
+    std::erase_if(records_, [&record](const ServiceRecord& known) {
+        return known.path == record.path && known.processId != record.processId;
+    });
     records_.push_back(record);
     tell(record, &ServiceObserver::onAvailable);
 }

@@ -54,7 +54,8 @@ public:
     // The same as scan.
     void refresh() { scan(); }
     bool isKnown(const std::string& name) const;
-    // Whether the path holds a live record of a service of ours.
+    // Whether the path holds a live record of a service of ours. One that names no process counts as alive, and so does
+    // a file that can't be read.
     bool isLiveRecord(const std::string& path) const;
     void removeByPath(const std::string& path);
     void removeByProcessId(int processId);

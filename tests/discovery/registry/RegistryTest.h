@@ -11,6 +11,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -55,11 +56,13 @@ protected:
     }
 
     // Runs the idle task until so many events have come.
-    bool hears(std::size_t count) {
-        return testing_support::eventually([this, count] {
-            FTaskList::process().runTasks();
-            return events_.size() >= count;
-        });
+    bool hears(std::size_t count, std::chrono::milliseconds limit = std::chrono::seconds(20)) {
+        return testing_support::eventually(
+            [this, count] {
+                FTaskList::process().runTasks();
+                return events_.size() >= count;
+            },
+            limit);
     }
 
     testing_support::ScratchFolder scratch_;

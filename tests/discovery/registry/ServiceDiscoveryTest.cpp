@@ -157,6 +157,27 @@ TEST_F(ServiceDiscoveryTest, AKilledPeerIsNoticedWithoutASignalAndItsFileStays) 
     EXPECT_EQ(readRecord("com.marlgrove.tessera"), recordOf(*peer)) << "the next one overwrites it";
 }
 
+TEST_F(ServiceDiscoveryTest, ThePeersSuccessorStaysWhenThePeersEndIsNoticedLate) {
+    observe(registry_, peerServiceId());
+    const auto first = startHelper(kPeerServiceName);
+    first->ask("register com.marlgrove.tessera");
+    ASSERT_TRUE(hears(1));
+    // The service ends and begins again, and nobody runs tasks in between.
+    registry_.stopObserving(peerServiceId());
+    first->kill();
+    const auto second = startHelper(kPeerServiceName);
+    second->ask("register com.marlgrove.tessera");
+    registry_.start(kOwnServiceName);
+    observe(registry_, peerServiceId());
+    registry_.scan();
+    EXPECT_EQ(events_, (Events{kComes, kComes}));
+    EXPECT_FALSE(hears(3, std::chrono::milliseconds(300))) << events_.back();
+    EXPECT_TRUE(registry_.isKnown("com.marlgrove.tessera"));
+    second->kill();
+    ASSERT_TRUE(hears(3));
+    EXPECT_EQ(events_.back(), kGoes);
+}
+
 TEST_F(ServiceDiscoveryTest, AStaleRecordIsIgnoredAndLeft) {
     auto dead = startHelper("");
     const std::string record = recordOf(*dead);
