@@ -14,6 +14,9 @@ IdlePump::IdlePump(std::function<void()> onIdle) : onIdle_(std::move(onIdle)) {
 }
 
 void IdlePump::stop() {
+    if (!onIdle_) {
+        return;
+    }
     if (const auto host = queryService<IIdleHost>()) {
         host->removeClient(this);
     }

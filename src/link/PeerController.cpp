@@ -69,6 +69,12 @@ void PeerController::closeLink() {
     link_.close();
 }
 
+void PeerController::stopPolling() {
+    if (idlePump_) {
+        idlePump_->stop();
+    }
+}
+
 void PeerController::sendConnectionInfo(std::string_view hostName, std::string_view hostVersion, bool connected) {
     if (!link_.isOpen()) {
         return;

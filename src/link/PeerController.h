@@ -37,6 +37,9 @@ public:
     // the line that the socket prints, and what is sent later goes nowhere.
     bool openLink();
     void closeLink();
+    // For the end of the service: no idle call comes here any more, not even where a bind has failed and there is no
+    // link to close.
+    void stopPolling();
     bool isLinkOpen() const { return link_.isOpen(); }
 
     // Texts are UTF-8. On a closed link nothing happens. The first waits for an answer, which is dropped, and so does

@@ -125,6 +125,7 @@ void ExchangeService::leaveRegistry() {
     ServiceDiscovery& registry = ServiceDiscovery::getInstance();
     atHostBorder([&] { registry.unregisterService(ownServiceId()); });
     PeerController::instance().closeLink();
+    PeerController::instance().stopPolling();
     atHostBorder([&] { registry.stopObserving(peerServiceId()); });
     registry.stop();
     idleTimer_.reset();

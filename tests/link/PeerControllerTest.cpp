@@ -139,6 +139,8 @@ TEST_F(PeerControllerTest, AFailedBindStillMakesThePumpAndAnswersTrue) {
     EXPECT_FALSE(controller_.isLinkOpen());
     EXPECT_EQ(host_.idleHost->clients.size(), 1u);
     host_.idleHost->idle();
+    controller_.stopPolling();
+    EXPECT_TRUE(host_.idleHost->clients.empty());
     occupant.close();
     // The next open replaces the pump and goes on with the socket.
     EXPECT_TRUE(controller_.openLink());

@@ -309,6 +309,23 @@ TEST_F(ExchangeServiceTest, APeerThatRunsAlreadyIsFoundAndGreeted) {
     EXPECT_TRUE(host_.idleHost->clients.empty());
 }
 
+TEST_F(ExchangeServiceTest, ALinkThatCouldntBeBoundLeavesNothingBehindEither) {
+    LinkSocket occupant(address());
+    ASSERT_TRUE(occupant.open(LinkSide::Bind));
+    testing::internal::CaptureStdout();
+    const bool isShared = LinkSocket(address()).open(LinkSide::Bind);
+    if (isShared) {
+        testing::internal::GetCapturedStdout();
+        GTEST_SKIP() << "two sockets may have one address here";
+    }
+    writePeerRecord();
+    ASSERT_EQ(start(), kResultOk);
+    EXPECT_EQ(host_.idleHost->clients.size(), 2u);
+    EXPECT_EQ(service_->terminate(), kResultOk);
+    EXPECT_NE(testing::internal::GetCapturedStdout().find("nn_bind/nn_connect failed"), std::string::npos);
+    EXPECT_TRUE(host_.idleHost->clients.empty());
+}
+
 TEST_F(ExchangeServiceTest, ThePeerIsToldOfTheEndBeforeAnythingElseGoes) {
     writePeerRecord();
     peer_ = std::make_unique<FakePeer>(address());
