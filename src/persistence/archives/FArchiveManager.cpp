@@ -127,6 +127,10 @@ FFileSystem* FArchiveManager::mount(const FString& scheme, const FString& key) {
     }
     const auto mounted =
         FRefPtr<FPluginFileSystem>::adopt(new FPluginFileSystem(*volume, *component, stream.get(), access));
+    // A component may have asked for the archive itself while it opened it: the first mount stays.
+    if (const ArchiveEntry* entry = find(key)) {
+        return entry->getFileSystem();
+    }
     return addArchive(mounted.get(), scheme, key) ? mounted.get() : nullptr;
 }
 

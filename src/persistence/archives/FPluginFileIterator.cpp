@@ -22,8 +22,8 @@ std::u16string folderText(const FPath& folder) {
 
 } // namespace
 
-FPluginFileIterator::FPluginFileIterator(const FPath& folder, FRefPtr<IVirtualIterator> entries)
-    : entries_(std::move(entries)) {
+FPluginFileIterator::FPluginFileIterator(const FPath& folder, OpenedArchive& archive, FRefPtr<IVirtualIterator> entries)
+    : archive_(&archive), entries_(std::move(entries)) {
     current_.setPath(pathtext::stringOf(folderText(folder)));
 }
 

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "foundation/object/FRefPtr.h"
-#include "persistence/archives/IVirtualFileSystem.h"
+#include "persistence/archives/OpenedArchive.h"
 #include "persistence/files/FFileIterator.h"
 #include "persistence/paths/FNPath.h"
 
@@ -13,7 +13,8 @@ class FPluginFileIterator : public CmClass<FPluginFileIterator, FFileIterator> {
 public:
     static FMetaClass metaClass;
 
-    FPluginFileIterator(const FPath& folder, FRefPtr<IVirtualIterator> entries);
+    // Shares the archive, which may be dropped meanwhile.
+    FPluginFileIterator(const FPath& folder, OpenedArchive& archive, FRefPtr<IVirtualIterator> entries);
     ~FPluginFileIterator() override;
 
     FPath* next() override;
@@ -21,6 +22,7 @@ public:
 
 private:
     FNPath current_;
+    FRefPtr<OpenedArchive> archive_;
     FRefPtr<IVirtualIterator> entries_;
 };
 

@@ -1,12 +1,15 @@
 #include "persistence/archives/FPluginFileSystem.h"
 
+#include "persistence/archives/FArchiveManager.h"
 #include "persistence/archives/FPluginFileIterator.h"
 #include "persistence/archives/VirtualPath.h"
+#include "persistence/paths/PathRules.h"
 #include "persistence/paths/PathText.h"
 #include "persistence/streams/FIBStream.h"
 #include "persistence/streams/FPluginStreamProxy.h"
 #include "persistence/streams/FileOpenMode.h"
 
+#include <string>
 #include <utility>
 
 namespace tessera {
@@ -30,15 +33,35 @@ std::u16string innerOf(const FPath& path) {
     return innerPath(virtualTextOf(path));
 }
 
+// As the table of mounts has it: in upper case. Empty for a path without one.
+FString mountKeyOf(const FPath& path) {
+    FString key;
+    FArchiveManager::getArchiveKey(path, key);
+    key.toUpper();
+    return key;
+}
+
+// A name alone, that leads into no other folder.
+bool isPlainName(const FStringRef& text) {
+    const std::u16string name = pathtext::wideText(text);
+    return !name.empty() && name != u"." && name != u".." && name.find_first_of(u"\\/") == name.npos &&
+           !isAbsolutePath(text);
+}
+
 } // namespace
 
 // One stream that was handed out: counts itself for as long as it lives.
 class FPluginFileSystem::CountedStream final : public FImplements<FObject, IHostStream> {
 public:
-    CountedStream(FPluginFileSystem& mount, IHostStream& stream) : mount_(&mount), stream_(&stream) {
+    CountedStream(FPluginFileSystem& mount, IHostStream& stream)
+        : mount_(&mount), archive_(mount.archive_), stream_(&stream) {
         ++mount_->openCount_;
     }
-    ~CountedStream() override { --mount_->openCount_; }
+    // Counts until the component's stream has gone as well: another thread may close what isn't in use.
+    ~CountedStream() override {
+        stream_.reset();
+        --mount_->openCount_;
+    }
 
     FResult read(void* buffer, std::int32_t size, std::int32_t* count) override {
         return stream_->read(buffer, size, count);
@@ -53,12 +76,13 @@ public:
 
 private:
     FRefPtr<FPluginFileSystem> mount_;
+    FRefPtr<OpenedArchive> archive_;
     FRefPtr<IHostStream> stream_;
 };
 
 FPluginFileSystem::FPluginFileSystem(IVirtualVolume& volume, IVirtualFileSystem& component, FStream* stream,
                                      Access access)
-    : volume_(&volume), component_(&component), stream_(stream) {
+    : archive_(FRefPtr<OpenedArchive>::adopt(new OpenedArchive(volume, component, stream))) {
     for (const NamedCapability& capability : kCapabilities) {
         if (component.isSupported(capability.key) == kResultOk) {
             capabilities_ |= capability.bit;
@@ -74,9 +98,7 @@ FPluginFileSystem::~FPluginFileSystem() {
 }
 
 void FPluginFileSystem::close() {
-    volume_.reset();
-    component_.reset();
-    stream_.reset();
+    archive_.reset();
 }
 
 FStream* FPluginFileSystem::handOut(IHostStream* stream) {
@@ -88,15 +110,17 @@ FStream* FPluginFileSystem::handOut(IHostStream* stream) {
 
 FStream* FPluginFileSystem::createFile(FPath& path, std::uint32_t mode, std::int32_t*) {
     IHostStream* stream = nullptr;
-    const bool created =
-        can(canWrite) && volume_->createFile(innerOf(path).c_str(), mode, &stream) == kResultOk && stream != nullptr;
+    const bool created = can(canWrite) &&
+                         archive_->volume().createFile(innerOf(path).c_str(), mode, &stream) == kResultOk &&
+                         stream != nullptr;
     return created ? handOut(stream) : nullptr;
 }
 
 FStream* FPluginFileSystem::openFile(FPath& path, std::uint32_t, std::int32_t*) {
     IHostStream* stream = nullptr;
-    const bool opened =
-        can(canRead) && volume_->openFile(innerOf(path).c_str(), kInnerMode, &stream) == kResultOk && stream != nullptr;
+    const bool opened = can(canRead) &&
+                        archive_->volume().openFile(innerOf(path).c_str(), kInnerMode, &stream) == kResultOk &&
+                        stream != nullptr;
     return opened ? handOut(stream) : nullptr;
 }
 
@@ -107,7 +131,7 @@ void FPluginFileSystem::closeStream(FStream* stream) {
 }
 
 bool FPluginFileSystem::change(const FPath& path, FResult (IVirtualVolume::*operation)(const char16_t*)) {
-    return can(canWrite) && (volume_.get()->*operation)(innerOf(path).c_str()) == kResultOk;
+    return can(canWrite) && (archive_->volume().*operation)(innerOf(path).c_str()) == kResultOk;
 }
 
 bool FPluginFileSystem::deleteFile(const FPath& path) {
@@ -119,22 +143,27 @@ bool FPluginFileSystem::fileExists(const FPath& path) {
         return false;
     }
     std::int16_t kind = static_cast<std::int16_t>(PathKind::file);
-    const FResult result = volume_->exists(innerOf(path).c_str(), &kind, nullptr);
+    const FResult result = archive_->volume().exists(innerOf(path).c_str(), &kind, nullptr);
     return result == kResultNotProvided || (result == kResultOk && kind != static_cast<std::int16_t>(PathKind::folder));
 }
 
 bool FPluginFileSystem::rename(FPath& path, const FStringRef& newName) {
-    if (!can(canWrite) || newName.isEmpty()) {
+    if (!can(canWrite)) {
         return false;
     }
     const auto target = FRefPtr<CmObject>::adopt(path.clone());
     FPath& renamed = *cmCast<FPath>(target.get());
     if (isVirtualText(pathtext::wideText(newName))) {
         renamed.set(newName, path.getKind());
-    } else {
+        if (!(mountKeyOf(renamed) == mountKeyOf(path)) || innerOf(renamed).empty()) {
+            return false;
+        }
+    } else if (isPlainName(newName)) {
         renamed.setName(newName);
+    } else {
+        return false;
     }
-    if (volume_->rename(innerOf(path).c_str(), innerOf(renamed).c_str()) != kResultOk) {
+    if (archive_->volume().rename(innerOf(path).c_str(), innerOf(renamed).c_str()) != kResultOk) {
         return false;
     }
     FString whole;
@@ -150,7 +179,7 @@ bool FPluginFileSystem::createFolder(const FPath& path) {
 // Archives keep one time.
 bool FPluginFileSystem::getFileTimes(const FPath& path, std::int64_t& created, std::int64_t& modified) {
     std::int64_t time = 0;
-    if (!can(canRead) || volume_->exists(innerOf(path).c_str(), nullptr, &time) != kResultOk) {
+    if (!can(canRead) || archive_->volume().exists(innerOf(path).c_str(), nullptr, &time) != kResultOk) {
         return false;
     }
     created = time;
@@ -160,22 +189,24 @@ bool FPluginFileSystem::getFileTimes(const FPath& path, std::int64_t& created, s
 
 std::int64_t FPluginFileSystem::getFileSize(const FPath& path) {
     std::int64_t size = 0;
-    return can(canRead) && volume_->getSize(innerOf(path).c_str(), &size) == kResultOk ? size : -1;
+    return can(canRead) && archive_->volume().getSize(innerOf(path).c_str(), &size) == kResultOk ? size : -1;
 }
 
 FFileIterator* FPluginFileSystem::newIterator(const FPath& folder, bool) {
     if (!can(canIterate)) {
         return nullptr;
     }
-    IVirtualIterator* entries = volume_->iterate(false, innerOf(folder).c_str());
-    return entries != nullptr ? new FPluginFileIterator(folder, FRefPtr<IVirtualIterator>::adopt(entries)) : nullptr;
+    IVirtualIterator* entries = archive_->volume().iterate(false, innerOf(folder).c_str());
+    return entries != nullptr ? new FPluginFileIterator(folder, *archive_, FRefPtr<IVirtualIterator>::adopt(entries))
+                              : nullptr;
 }
 
 std::int64_t FPluginFileSystem::countFiles(const FPath& folder, bool folders, bool recursive, std::int64_t* size) {
     if (!can(canIterate)) {
         return -1;
     }
-    const auto entries = FRefPtr<IVirtualIterator>::adopt(volume_->iterate(recursive, innerOf(folder).c_str()));
+    const auto entries =
+        FRefPtr<IVirtualIterator>::adopt(archive_->volume().iterate(recursive, innerOf(folder).c_str()));
     std::int64_t count = 0;
     VirtualEntry entry{};
     while (entries && entries->next(&entry) == kResultOk) {
@@ -194,7 +225,7 @@ bool FPluginFileSystem::deleteFolder(const FPath& path) {
 
 bool FPluginFileSystem::folderExists(const FPath& path) {
     std::int16_t kind = static_cast<std::int16_t>(PathKind::file);
-    return can(canRead) && volume_->exists(innerOf(path).c_str(), &kind, nullptr) == kResultOk &&
+    return can(canRead) && archive_->volume().exists(innerOf(path).c_str(), &kind, nullptr) == kResultOk &&
            kind == static_cast<std::int16_t>(PathKind::folder);
 }
 

@@ -7,10 +7,7 @@
 
 #include "foundation/object/FRefPtr.h"
 #include "persistence/archives/FRemovableFileSystem.h"
-#include "persistence/archives/IVirtualFileSystem.h"
-#include "persistence/streams/FStream.h"
-
-#include <string>
+#include "persistence/archives/OpenedArchive.h"
 
 namespace tessera {
 
@@ -32,7 +29,7 @@ public:
     bool deleteFile(const FPath& path) override;
     // True as well when the component can't answer.
     bool fileExists(const FPath& path) override;
-    // newName is a name in the same folder, or a virtual path into this mount.
+    // newName is a name in the same folder, or a virtual path into this mount; false for any other text.
     bool rename(FPath& path, const FStringRef& newName) override;
     bool createFolder(const FPath& path) override;
     bool getFileTimes(const FPath& path, std::int64_t& created, std::int64_t& modified) override;
@@ -46,13 +43,11 @@ private:
     class CountedStream;
 
     // Whether the mount stands and has the bit.
-    bool can(Capability capability) const { return volume_ && (capabilities_ & capability) != 0; }
+    bool can(Capability capability) const { return archive_ && (capabilities_ & capability) != 0; }
     FStream* handOut(IHostStream* stream);
     bool change(const FPath& path, FResult (IVirtualVolume::*operation)(const char16_t*));
 
-    FRefPtr<IVirtualVolume> volume_;
-    FRefPtr<IVirtualFileSystem> component_;
-    FRefPtr<FStream> stream_;
+    FRefPtr<OpenedArchive> archive_;
     std::uint32_t capabilities_ = 0;
 };
 

@@ -170,6 +170,55 @@ TEST_F(FArchiveManagerTest, AMountWithALiveStreamSurvives) {
     EXPECT_EQ(state_.volumes, 0);
 }
 
+TEST_F(FArchiveManagerTest, AMountWhoseStreamIsGoingSurvives) {
+    FNPath path = in("file.wav");
+    FStream* stream = files_->openFile(path, FileOpenMode::read, nullptr);
+    ASSERT_NE(stream, nullptr);
+    int volumes = 0;
+    state_.streamGone = [&] {
+        archives_->removeUnusedRemovables();
+        volumes = state_.volumes;
+    };
+    files_->closeStream(stream);
+    EXPECT_EQ(volumes, 1);
+    archives_->removeUnusedRemovables();
+    EXPECT_EQ(state_.volumes, 0);
+}
+
+TEST_F(FArchiveManagerTest, AnIteratorOutlivesItsMount) {
+    auto entries = FRefPtr<FFileIterator>::adopt(files_->newIterator(in(""), false));
+    ASSERT_TRUE(entries);
+    archives_->removeUnusedRemovables();
+    EXPECT_EQ(archives_->getMountCount(keyOf("a.pak")), 0);
+    EXPECT_EQ(state_.volumes, 1) << "the component's iterator may lean on it";
+    EXPECT_NE(entries->next(), nullptr);
+    entries.reset();
+    EXPECT_EQ(state_.volumes, 0);
+}
+
+TEST_F(FArchiveManagerTest, AStreamOutlivesItsMount) {
+    FNPath path = in("file.wav");
+    FStream* stream = files_->openFile(path, FileOpenMode::read, nullptr);
+    ASSERT_NE(stream, nullptr);
+    mount()->close();
+    EXPECT_TRUE(archives_->removeArchive(FString("vfs"), keyOf("a.pak"), FArchiveManager::kForced));
+    EXPECT_EQ(state_.volumes, 1) << "the component's stream may lean on it";
+    char byte = 0;
+    EXPECT_EQ(stream->read(&byte, 1), 1);
+    files_->closeStream(stream);
+    EXPECT_EQ(state_.volumes, 0);
+}
+
+TEST_F(FArchiveManagerTest, AnArchiveThatIsAskedForWhileItOpensIsMountedOnce) {
+    FFileSystem* first = nullptr;
+    state_.opening = [&] { first = mount(); };
+    FFileSystem* const mounted = mount();
+    ASSERT_NE(first, nullptr);
+    EXPECT_EQ(mounted, first);
+    EXPECT_EQ(state_.volumes, 1);
+    EXPECT_EQ(archives_->getMountCount(keyOf("a.pak")), 1);
+}
+
 TEST_F(FArchiveManagerTest, AMountAddedTwiceAndOneOfAnotherKindSurvive) {
     archives_->addArchive(mount(), FString("vfs"), keyOf("a.pak"));
     LibraryFiles library;

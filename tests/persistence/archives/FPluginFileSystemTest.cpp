@@ -144,6 +144,36 @@ TEST_F(FPluginFileSystemTest, ChangesGoToTheVolume) {
     EXPECT_EQ(state_.changes, expected);
 }
 
+TEST_F(FPluginFileSystemTest, NothingIsRenamedOutOfItsMount) {
+    state_.canWrite = true;
+    scratch_.write("b.pak", "archive");
+    FString elsewhere;
+    in("y", "b.pak").getFullPath(elsewhere);
+    FString nested;
+    in("sub\\\\y").getFullPath(nested);
+    FString root;
+    in("").getFullPath(root);
+    const FString names[] = {
+        elsewhere,          nested,           root,           keyOf("y"),       FString("\\tmp\\x"),
+        FString("deep\\x"), FString("..\\x"), FString("a/x"), FString("C:\\x"), FString(".."),
+        FString()};
+    for (const FString& name : names) {
+        FNPath path = in("sub\\f");
+        EXPECT_FALSE(files_->rename(path, name)) << FString(name).text8();
+        EXPECT_TRUE(path.getFullPath() == in("sub\\f").getFullPath());
+    }
+    EXPECT_TRUE(state_.changes.empty());
+}
+
+TEST_F(FPluginFileSystemTest, AnArchiveMaySpellItsNameInAnotherCaseWhenAFileIsRenamed) {
+    state_.canWrite = true;
+    FNPath path = in("sub\\f");
+    FString target;
+    in("y", "A.PAK").getFullPath(target);
+    EXPECT_TRUE(files_->rename(path, target));
+    EXPECT_EQ(state_.changes, std::vector<std::u16string>{u"rename sub\\f to y"});
+}
+
 TEST_F(FPluginFileSystemTest, WithoutTheBitForWritingNothingChanges) {
     FNPath path = in("file.wav");
     EXPECT_EQ(files_->createFile(path, FileOpenMode::write, nullptr), nullptr);

@@ -13,8 +13,10 @@
 
 #include <algorithm>
 #include <cstring>
+#include <functional>
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace tessera::test {
@@ -31,6 +33,21 @@ struct FakeArchiveState {
     IBaseUnknown* context = nullptr;
     IHostStream* file = nullptr; // of the volume that was opened last
     std::vector<std::u16string> changes;
+    std::function<void()> opening;    // called once, while a volume is opened
+    std::function<void()> streamGone; // called by each stream of a file that goes
+};
+
+class FakeFileStream final : public FMemoryStream {
+public:
+    explicit FakeFileStream(FakeArchiveState& state) : state_(state) {}
+    ~FakeFileStream() override {
+        if (state_.streamGone) {
+            state_.streamGone();
+        }
+    }
+
+private:
+    FakeArchiveState& state_;
 };
 
 class FakeVolume final : public Counted<IVirtualVolume> {
@@ -46,7 +63,7 @@ public:
         if (found == state_.files.end() || mode != 5) {
             return kResultFailure;
         }
-        auto* stream = new FMemoryStream;
+        auto* stream = new FakeFileStream(state_);
         stream->write(found->second.data(), static_cast<std::int32_t>(found->second.size()));
         stream->rewind();
         *out = &stream->hostView();
@@ -137,6 +154,9 @@ public:
         return can ? kResultOk : kResultFalse;
     }
     IVirtualVolume* openVolume(IHostStream* stream) override {
+        if (const auto opening = std::exchange(state_.opening, nullptr)) {
+            opening();
+        }
         char bytes[6] = {};
         std::int32_t count = 0;
         stream->read(bytes, 6, &count);
