@@ -115,6 +115,9 @@ TEST_F(EditSessionTest, ASourceThatGivesOutEarlyFailsTheCopy) {
     EXPECT_EQ(peer_.sent, Sent{"open "});
     // A partly written file stays where it is.
     EXPECT_TRUE(host_.store.exists(exchange(u"take.wav")));
+    // The event is watched all the same, with no file for it.
+    host_.projects->deactivate();
+    EXPECT_EQ(peer_.sent, (Sent{"open ", "cancel "}));
 }
 
 TEST_F(EditSessionTest, ASecondBeginCancelsTheFirstBeforeItOpens) {
