@@ -163,11 +163,20 @@ FDefaults* FGlobalDefaultPool::loadGroup(const char* name) {
     }
     auto group = FRefPtr<FDefaults>::adopt(new FDefaults);
     if (!readObject(groupFile(folder, name), kRootTag, *group)) {
+        ownFiles_.erase(name);
         return nullptr;
     }
+    ownFiles_.emplace(name);
     // Whatever the file says: it was found under this one.
     group->setGroupName(name);
     return group.detach();
+}
+
+void FGlobalDefaultPool::removeGroup(const char* name) {
+    FDefaultPool::removeGroup(name);
+    if (name != nullptr && deletedGroups().contains(name)) {
+        ownFiles_.emplace(name);
+    }
 }
 
 void FGlobalDefaultPool::restore() {
@@ -223,13 +232,20 @@ bool FGlobalDefaultPool::saveSplitFiles() {
 bool FGlobalDefaultPool::saveGroups(const FNPath& folder) {
     bool complete = true;
     groups().forEach([&](std::string_view name, const FDefaults& group) {
-        const FNPath file = groupFile(folder, name);
-        // The file of a group that became empty would bring its values back.
-        const bool done = group.isEmpty() ? deleteIfThere(file) : writeObject(file, kRootTag, group);
-        complete = done && complete;
+        complete = saveGroup(folder, name, group) && complete;
         return true;
     });
     return complete;
+}
+
+bool FGlobalDefaultPool::saveGroup(const FNPath& folder, std::string_view name, const FDefaults& group) {
+    const FNPath file = groupFile(folder, name);
+    if (!group.isEmpty()) {
+        ownFiles_.emplace(name);
+        return writeObject(file, kRootTag, group);
+    }
+    // The file of a group that became empty would bring its values back.
+    return !ownFiles_.contains(std::string(name)) || deleteIfThere(file);
 }
 
 void FGlobalDefaultPool::deleteRemovedGroups(const FNPath& folder) {

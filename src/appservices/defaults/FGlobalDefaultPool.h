@@ -17,6 +17,8 @@
 
 #include "appservices/defaults/FDefaultPool.h"
 
+#include <string>
+#include <unordered_set>
 #include <vector>
 
 namespace tessera {
@@ -77,6 +79,7 @@ public:
     void setSaveGate(Gate gate) { saveGate_ = gate; }
 
     FDefaults* loadGroup(const char* name) override;
+    void removeGroup(const char* name) override;
 
 private:
     bool hasExtractedKey();
@@ -85,6 +88,7 @@ private:
     bool saveOneFile();
     bool saveSplitFiles();
     bool saveGroups(const FNPath& folder);
+    bool saveGroup(const FNPath& folder, std::string_view name, const FDefaults& group);
     void deleteRemovedGroups(const FNPath& folder);
     bool saveAutoSaverFile(const FNPath& folder);
     static bool backupFolder();
@@ -95,6 +99,9 @@ private:
 
     std::vector<Callback> restoreCallbacks_;
     std::vector<Callback> saveCallbacks_;
+    // Names of groups whose file is this pool's to delete: it was read or written here, or its group was removed. A
+    // file that couldn't be read may be well again by the time of the next save.
+    std::unordered_set<std::string> ownFiles_;
     Gate loadGate_ = nullptr;
     Gate saveGate_ = nullptr;
     bool splitFiles_ = false;

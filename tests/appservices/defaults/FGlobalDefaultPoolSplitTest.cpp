@@ -173,6 +173,60 @@ TEST_F(FGlobalDefaultPoolSplit, TheFileOfAGroupThatBecameEmptyGoesAtTheNextSave)
     EXPECT_EQ(intOf(*started(), "x", "key"), -99);
 }
 
+TEST_F(FGlobalDefaultPoolSplit, AFileThatCouldntBeReadStaysAsLongAsNothingIsSet) {
+    earlierRun({"x"});
+    const std::string good = user_.read(fileOf("x"));
+    user_.write(fileOf("x"), "somebody else is just writing it");
+    {
+        const auto pool = started();
+        EXPECT_EQ(intOf(*pool, "x", "key"), -99);
+        user_.write(fileOf("x"), good);
+        EXPECT_TRUE(save(*pool));
+    }
+    EXPECT_EQ(user_.read(fileOf("x")), good);
+    EXPECT_EQ(intOf(*started(), "x", "key"), 1);
+}
+
+TEST_F(FGlobalDefaultPoolSplit, AFileThatCouldntBeReadAgainStays) {
+    earlierRun({"x"});
+    const std::string good = user_.read(fileOf("x"));
+    const auto pool = started();
+    EXPECT_EQ(intOf(*pool, "x", "key"), 1);
+    user_.write(fileOf("x"), "somebody else is just writing it");
+    EXPECT_TRUE(pool->load());
+    EXPECT_EQ(intOf(*pool, "x", "key"), -99);
+    user_.write(fileOf("x"), good);
+    EXPECT_TRUE(save(*pool));
+    EXPECT_EQ(user_.read(fileOf("x")), good);
+}
+
+TEST_F(FGlobalDefaultPoolSplit, AValueTakesThePlaceOfAFileThatCouldntBeRead) {
+    earlierRun({"x"});
+    user_.write(fileOf("x"), "damaged");
+    const auto pool = started();
+    pool->setInt("x", "new", 2);
+    EXPECT_TRUE(save(*pool));
+    EXPECT_EQ(intOf(*started(), "x", "new"), 2);
+    EXPECT_TRUE(pool->remove("x", "new"));
+    EXPECT_TRUE(save(*pool));
+    EXPECT_FALSE(user_.has(fileOf("x"))) << "the last value was this program's own";
+}
+
+TEST_F(FGlobalDefaultPoolSplit, AFileThatCouldntBeReadGoesWithItsGroup) {
+    earlierRun({"x", "y"});
+    user_.write(fileOf("x"), "damaged");
+    user_.write(fileOf("y"), "damaged");
+    const auto pool = started();
+    for (const char* group : {"x", "y"}) {
+        EXPECT_EQ(intOf(*pool, group, "key"), -99);
+        pool->removeGroup(group);
+    }
+    EXPECT_TRUE(pool->getGroup("y", 0, kMade)->isEmpty()) << "made again, for no value";
+    EXPECT_TRUE(save(*pool));
+    EXPECT_FALSE(user_.has(fileOf("x")));
+    EXPECT_FALSE(user_.has(fileOf("y")));
+}
+
 TEST_F(FGlobalDefaultPoolSplit, AutoSaversGetTheirState) {
     {
         AutoSaverDouble saver("Saver", 5);
