@@ -249,9 +249,10 @@ std::int32_t FPath::findExtension(bool useType) const {
     const std::u16string_view tail = name.substr(dot + 1);
     bool valid = false;
     if (useType && fileType_.isDefined()) {
+        // A type that has no such text has no such extension: "Song 1." isn't a document of the type "xml".
         const FString extension = stringOf(tail);
-        valid = extension.compare(fileType_.getDosType(), -1, FCase::ignore) == 0 ||
-                extension.compare(fileType_.getUnixType(), -1, FCase::ignore) == 0;
+        valid = !tail.empty() && (extension.compare(fileType_.getDosType(), -1, FCase::ignore) == 0 ||
+                                  extension.compare(fileType_.getUnixType(), -1, FCase::ignore) == 0);
     } else {
         valid = tail.find(u' ') == std::u16string_view::npos;
     }

@@ -81,7 +81,7 @@ public:
 
     FString getFullPath() const;
     // Position of the extension in the name, behind its dot; -1 without one. With useType and a defined type only that
-    // type's extensions count.
+    // type's extensions count, and a dot at the end begins none.
     std::int32_t findExtension(bool useType) const;
     // The type, made usable: a folder gets a name for it, a file without one is asked.
     const FFileType& getFileType();

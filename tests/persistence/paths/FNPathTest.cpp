@@ -163,6 +163,7 @@ TEST(FNPath, EnsureExtensionAppendsTheTypesExtension) {
         {u"Take.WAV", "wav", true, u"Take.WAV"}, {u"Take.aif", "wav", false, u"Take.aif.wav"},
         {u"Take.aif", "wav", true, u"Take.wav"}, {u"Take 1.final mix", "wav", true, u"Take 1.final mix.wav"},
         {u"Take", "", false, u"Take"},           {u"Take.aif", "", true, u"Take.aif"},
+        {u"Take.", "wav", false, u"Take..wav"},  {u"Take.", "wav", true, u"Take.wav"},
     };
     for (const Row& row : rows) {
         FNPath path(row.name, PathKind::file);

@@ -144,6 +144,16 @@ TEST(FPath, DefinedTypeDecidesWhatIsItsExtension) {
     EXPECT_EQ(path.findExtension(true), 2);
 }
 
+TEST(FPath, ADotAtTheEndIsNoExtensionOfAType) {
+    FNPath path(u"Song 1.", PathKind::file);
+    path.setFileType(FFileType("Wave", "wav"));
+    EXPECT_EQ(path.findExtension(true), -1) << "though the type has no second extension";
+    FString base;
+    EXPECT_TRUE(path.getBaseName(base, true));
+    EXPECT_EQ(text(base), u"Song 1.");
+    EXPECT_EQ(path.findExtension(false), 7);
+}
+
 TEST(FPath, BasePathFillsItsTypeFromTheExtension) {
     FPath path;
     path.setName(u"a.TXT");
