@@ -114,6 +114,22 @@ bool writeNewFile(FFileSystem& files, FNPath& path, const FObjectFiles::Content&
     return written && platform::flushFolder(PathParts(path).folder(), error);
 }
 
+// What was copied to the path is on the storage, with the folder's entries, when this is true.
+bool flushCopy(FFileSystem& files, FNPath path) {
+    std::int32_t error = 0;
+    FStream* stream = files.openFile(path, FileOpenMode::write, &error);
+    if (stream == nullptr) {
+        // A copy is read-only where its source is.
+        stream = files.openFile(path, FileOpenMode::read | FileOpenMode::shareWrite, &error);
+    }
+    if (stream == nullptr) {
+        return false;
+    }
+    const bool flushed = stream->flush();
+    files.closeStream(stream);
+    return flushed && platform::flushFolder(PathParts(path).folder(), error);
+}
+
 bool readFile(FFileSystem& files, FNPath path, const FObjectFiles::Content& content, bool& found) {
     std::int32_t error = 0;
     FStream* stream = path.getName().isEmpty() ? nullptr : files.openFile(path, kReading, &error);
@@ -160,9 +176,8 @@ bool FObjectFiles::write(const FStringRef& name, Replacing replacing, const Cont
         return true;
     }
     files->deleteFile(path);
-    if (exists) {
-        moveFile(*files, old, path);
-    }
+    // Also one that a crash has left; without any this does nothing.
+    moveFile(*files, old, path);
     return false;
 }
 
@@ -210,7 +225,7 @@ bool FObjectFiles::restoreDocument(const FStringRef& name) {
     }
     const FNPath path = userPath(name);
     files->deleteFile(path);
-    return files->copyFile(backup, path, nullptr) && files->deleteFile(backup);
+    return files->copyFile(backup, path, nullptr) && flushCopy(*files, path) && files->deleteFile(backup);
 }
 
 bool FObjectFiles::deleteDocument(const FStringRef& name) {

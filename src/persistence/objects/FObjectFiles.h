@@ -8,7 +8,9 @@
 //   3. the "_old" file is deleted; or, after a failure, the new one is, and the "_old" file takes its name back.
 //
 // So whenever the process or the power ends, the old document or the new one is there as a whole: as "Name.xml", or,
-// inside step 2, the old one as "Name_old.xml". Reading never looks at that; whoever saves next deletes it.
+// inside step 2, the old one as "Name_old.xml". Reading never looks at that; the next save deletes it when it succeeds,
+// and gives it the name back when it fails. That holds for one crash: what stands as "Name.xml" counts as the document,
+// even if a crash left but a part of it, and the next save puts that in the place of the whole one in "Name_old.xml".
 //
 // Every operation is false on failure, and for an empty name or without a folder for the user's data. Main thread.
 #pragma once
@@ -46,7 +48,7 @@ public:
 
     // To "Name.xml.backup", which an earlier backup gives way to.
     static bool backupDocument(const FStringRef& name);
-    // The backup takes the place of the document, and is gone then.
+    // The backup takes the place of the document. It is gone when that is on the storage, and stays when this is false.
     static bool restoreDocument(const FStringRef& name);
     static bool deleteDocument(const FStringRef& name);
     // In the folder of the user's data.

@@ -118,5 +118,35 @@ TEST_F(FObjectFilesFaults, KilledAtAnyStepItLeavesTheOldDocumentOrTheNewOne) {
     EXPECT_EQ(reached, order.size() - 1);
 }
 
+TEST_F(FObjectFilesFaults, WhateverStepOfARestoreFailsTheBackupGoesOnlyBehindAWholeDocument) {
+    for (const bool documentIsThere : {true, false}) {
+        int calls = 1;
+        std::vector<std::string> failedWithTheDocumentThere;
+        for (int call = 0; call <= calls; ++call) {
+            const ScratchFolder folder;
+            const DocumentFolders folders(folder.path(), folder.path());
+            ASSERT_TRUE(FObjectFiles::saveObject("Mixer", "TestNode", *newFamily(1)));
+            ASSERT_TRUE(FObjectFiles::backupDocument("Mixer"));
+            ASSERT_TRUE(documentIsThere ? FObjectFiles::saveObject("Mixer", "TestNode", *newFamily(2))
+                                        : FObjectFiles::deleteDocument("Mixer"));
+            FailingCalls::arm(call, EIO);
+            const bool restored = FObjectFiles::restoreDocument("Mixer");
+            const int count = FailingCalls::disarm();
+            calls = call == 0 ? count : calls;
+            SCOPED_TRACE("call " + std::to_string(call) + " failed: " + FailingCalls::failed());
+            const std::string document = kindOf(folder, "Mixer.xml", textOf(1), textOf(2));
+            const std::string backup = kindOf(folder, "Mixer.xml.backup", textOf(1), textOf(2));
+            EXPECT_EQ(backup, restored ? "nothing" : "old");
+            EXPECT_THAT(document,
+                        restored ? testing::Matcher<std::string>("old") : testing::AnyOf("old", "new", "nothing"));
+            if (!restored && document == "old") {
+                failedWithTheDocumentThere.push_back(FailingCalls::failed());
+            }
+        }
+        EXPECT_THAT(failedWithTheDocumentThere, testing::IsSupersetOf({"fdatasync", "fsync", "unlink"}))
+            << "the document is on the storage ahead of the backup's end";
+    }
+}
+
 } // namespace
 } // namespace tessera

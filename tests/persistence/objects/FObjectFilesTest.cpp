@@ -120,6 +120,15 @@ TEST_F(FObjectFilesTest, AnOldFileIsNeverReadAndGoesWithTheNextSave) {
     EXPECT_EQ(load(), "two");
 }
 
+TEST_F(FObjectFilesTest, AFailedSaveGivesTheNameBackToWhatACrashLeft) {
+    scratch_.write("user/Mixer_old.xml", textOf("before the crash"));
+    TestNode refusing("one");
+    refusing.refusesToStore = true;
+    EXPECT_FALSE(FObjectFiles::saveObject("Mixer", "TestNode", refusing));
+    EXPECT_THAT(names(), ElementsAre("Mixer.xml"));
+    EXPECT_EQ(load(), "before the crash");
+}
+
 // Asking
 
 struct Question {
@@ -228,6 +237,15 @@ TEST_F(FObjectFilesTest, ADotInTheNameIsNoExtension) {
     EXPECT_TRUE(FObjectFiles::saveObject("Mixer 2.1", "TestNode", TestNode("one")));
     EXPECT_TRUE(FObjectFiles::saveObject("Mixer 2.1", "TestNode", TestNode("two")));
     EXPECT_THAT(names(), ElementsAre("Mixer 2.1.xml"));
+}
+
+TEST_F(FObjectFilesTest, ADotAtTheEndOfTheNameIsNoExtension) {
+    EXPECT_TRUE(FObjectFiles::saveObject("Song 1.", "TestNode", TestNode("one")));
+    EXPECT_THAT(names(), ElementsAre("Song 1..xml"));
+    EXPECT_FALSE(FObjectFiles::restoreDocument("Song 1.")) << "there is no backup";
+    EXPECT_THAT(names(), ElementsAre("Song 1..xml"));
+    EXPECT_TRUE(FObjectFiles::backupDocument("Song 1."));
+    EXPECT_THAT(names(), ElementsAre("Song 1..xml", "Song 1..xml.backup"));
 }
 
 TEST_F(FObjectFilesTest, WithoutANameNothingIsDone) {
