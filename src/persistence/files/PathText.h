@@ -1,22 +1,17 @@
 // PathText: a native path's text in the form that the platform's services take, and its two parts for those that work
-// inside an open folder. A URL of the scheme "file" counts as the path that it means. A path of another form gives
-// empty texts, which name nothing.
+// inside an open folder. A URL of the scheme "file" counts as the path that it means. A path of another form, or of
+// bytes that mean nothing, gives empty texts, which name nothing.
 #pragma once
 
 #include "foundation/object/FRefPtr.h"
 #include "foundation/text/FString.h"
 #include "persistence/paths/FNPath.h"
+#include "persistence/paths/PathText.h"
 #include "persistence/urls/FUrl.h"
 
 #include <string_view>
 
 namespace tessera {
-
-// The text must outlive the view. A string of the other width is widened by this.
-inline std::u16string_view viewOf(const FString& text) {
-    const char16_t* units = text.text16();
-    return {units, static_cast<std::size_t>(text.length())};
-}
 
 // The native path itself, or the one that a URL means; null for a path of another form.
 class NativeForm {
@@ -46,7 +41,7 @@ public:
         }
     }
 
-    operator std::u16string_view() const { return viewOf(text_); }
+    operator std::u16string_view() const { return pathtext::viewOf(text_); }
 
 private:
     FString text_;
@@ -55,16 +50,19 @@ private:
 class PathParts {
 public:
     explicit PathParts(const FPath& path) {
-        if (const NativeForm native(path); native) {
+        const NativeForm native(path);
+        if (native && !pathtext::isMeaningless(native->getPath()) && !pathtext::isMeaningless(native->getName())) {
             folder_ = native->getPath();
             name_ = native->getName();
         }
     }
 
     // The present folder for a bare name.
-    std::u16string_view folder() const { return folder_.isEmpty() ? std::u16string_view(u".") : viewOf(folder_); }
+    std::u16string_view folder() const {
+        return folder_.isEmpty() && !name_.isEmpty() ? std::u16string_view(u".") : pathtext::viewOf(folder_);
+    }
     // Empty for a root.
-    std::u16string_view name() const { return viewOf(name_); }
+    std::u16string_view name() const { return pathtext::viewOf(name_); }
 
 private:
     FString folder_;

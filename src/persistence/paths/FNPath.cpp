@@ -15,11 +15,23 @@ namespace tessera {
 
 namespace {
 
+using pathtext::isMeaningless;
 using pathtext::stringOf;
 using pathtext::viewOf;
 
 // A name with its extension takes no more than a path buffer, its NUL included.
 constexpr std::int32_t kLongestName = kPathBufferLength - 1;
+
+// A folder's text for what lies in it; of one with bytes that mean nothing these bytes, so that the inner path names
+// nothing either.
+FString folderTextOf(const FPath& folder) {
+    for (const FString* part : {&folder.getName(), &folder.getPath()}) {
+        if (isMeaningless(*part)) {
+            return *part;
+        }
+    }
+    return folder.getFullPath();
+}
 
 // Answers a namer's questions about names beside the given path.
 class SiblingChecker final : public ICandidateChecker {
@@ -72,7 +84,7 @@ FNPath::FNPath(const FStringRef& name, PathFolder folder, PathKind kind, const F
     setPath(place->getFullPath());
     if (!subFolder.isEmpty()) {
         FNPath inner(subFolder, *place, PathKind::folder);
-        setPath(inner.getFullPath());
+        setPath(folderTextOf(inner));
     }
     if (create || !subFolder.isEmpty()) {
         // The path is what was asked for even where the folder can't be made: opening a file there will say why.
@@ -82,7 +94,7 @@ FNPath::FNPath(const FStringRef& name, PathFolder folder, PathKind kind, const F
 }
 
 FNPath::FNPath(const FStringRef& name, const FPath& parent, PathKind kind) : CmClass(kind) {
-    setPath(parent.getFullPath());
+    setPath(folderTextOf(parent));
     name_ = name;
 }
 
@@ -129,7 +141,7 @@ bool FNPath::makeUnique(IUniqueNamer& namer) {
 
 void FNPath::ensureExtension(bool replaceExisting) {
     const FString& extension = fileType_.getDosType();
-    if (extension.isEmpty() || findExtension(true) >= 0) {
+    if (extension.isEmpty() || isMeaningless(name_) || findExtension(true) >= 0) {
         return;
     }
     std::u16string name(viewOf(name_));

@@ -10,6 +10,7 @@ namespace tessera {
 
 using pathtext::closeFolder;
 using pathtext::endsInSeparator;
+using pathtext::isMeaningless;
 using pathtext::stringOf;
 using pathtext::viewOf;
 using pathtext::wideText;
@@ -72,8 +73,11 @@ bool FPath::getExtension(FString& out) const {
 
 bool FPath::getBaseName(FString& out, bool useType) const {
     const std::int32_t start = findExtension(useType);
-    const std::u16string_view name = viewOf(name_);
-    out = stringOf(start < 0 ? name : name.substr(0, static_cast<std::size_t>(start) - 1));
+    if (start < 0) {
+        out = name_;
+        return true;
+    }
+    out = stringOf(viewOf(name_).substr(0, static_cast<std::size_t>(start) - 1));
     return true;
 }
 
@@ -131,7 +135,12 @@ void FPath::descend(const FStringRef& name, PathKind kind) {
     }
     // The name may be a view into this object's own text.
     const FString newName(name);
-    path_ = stringOf(folder);
+    // What lies below bytes that mean nothing names nothing either.
+    if (isMeaningless(name_)) {
+        path_ = name_;
+    } else if (!isMeaningless(path_)) {
+        path_ = stringOf(folder);
+    }
     name_ = newName;
     setKind(kind);
 }
@@ -175,12 +184,21 @@ const FString& FPath::getPath() const {
 }
 
 void FPath::setPath(const FStringRef& text) {
-    std::u16string folder = wideText(text);
+    FString given(text);
+    if (isMeaningless(given)) {
+        path_ = given;
+        return;
+    }
+    std::u16string folder(viewOf(given));
     closeFolder(folder);
     path_ = stringOf(folder);
 }
 
 void FPath::getFullPath(FString& out) const {
+    if (isMeaningless(path_) || isMeaningless(name_)) {
+        out.clear();
+        return;
+    }
     const std::u16string_view name = viewOf(name_);
     std::u16string text(viewOf(path_));
     if (!name.empty()) {
@@ -231,6 +249,9 @@ void FPath::getNativePath(char16_t* buffer) const {
     const std::u16string_view folder = viewOf(path_);
     const std::u16string_view name = viewOf(name_);
     buffer[0] = u'\0';
+    if (isMeaningless(path_) || isMeaningless(name_)) {
+        return;
+    }
     if (folder.size() + name.size() < kPathBufferLength) {
         *std::copy(name.begin(), name.end(), std::copy(folder.begin(), folder.end(), buffer)) = u'\0';
     }

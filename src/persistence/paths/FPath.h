@@ -69,13 +69,15 @@ public:
     virtual bool isParentOf(const FPath* other) const;
     virtual const FString& getPath() const;
     virtual void setPath(const FStringRef& text);
+    // Empty where folder or name holds bytes that mean nothing: such a path names nothing.
     virtual void getFullPath(FString& out) const;
     virtual void set(const FStringRef& text, PathKind kind);
     virtual bool isRootPath(const FStringRef& text) const;
     // Replaces what can't stand in a name or path; 0 for the usual replacement. True when something changed.
     virtual bool sanitize(char16_t replacement);
     virtual std::int32_t getCachedSize() const;
-    // Into a buffer of 260 units; empty when folder and name together have 260 or more.
+    // Into a buffer of 260 units; empty when folder and name together have 260 or more, and where the
+    // full path is empty.
     virtual void getNativePath(char16_t* buffer) const;
     virtual void setNativePath(const FStringRef& text);
 
@@ -99,10 +101,10 @@ public:
     std::uint16_t getFlags() const { return flags_; }
     void setFlags(std::uint16_t flags) { flags_ = flags; }
 
-    // The absolute path that this relative one means under base. Null when this one is absolute. One reference for the
-    // caller.
+    // The absolute path that this relative one means under base. Null when this one is absolute, or its folder's bytes
+    // mean nothing. One reference for the caller.
     FPath* resolveRelative(const FPath& base) const;
-    // The same in place; false, and unchanged, when this one is absolute.
+    // The same in place; false, and unchanged, where there is none.
     bool resolve(const FPath& base);
     // Makes this the way from the folder base to target, "..\" included. False when base is no folder or target isn't
     // absolute. A target with nothing in common with base is copied as it is.

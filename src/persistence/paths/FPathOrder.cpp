@@ -9,13 +9,17 @@ namespace tessera {
 
 namespace {
 
-// Folder, separator where one is needed, and name as one sequence, without joining them.
+// Folder, separator where one is needed, and name as one sequence, without joining them. Of bytes that mean nothing
+// each stands for itself, so that a name of such bytes isn't taken for its folder.
 class PathCharacters {
 public:
     explicit PathCharacters(const FPath& path)
-        : folder_(pathtext::viewOf(path.getPath())),
-          name_(pathtext::viewOf(path.getName())),
+        : folder_(charactersOf(path.getPath(), folderBytes_)),
+          name_(charactersOf(path.getName(), nameBytes_)),
           separator_(!folder_.empty() && !name_.empty() && !pathtext::endsInSeparator(folder_) ? 1 : 0) {}
+
+    PathCharacters(const PathCharacters&) = delete;
+    PathCharacters& operator=(const PathCharacters&) = delete;
 
     std::size_t size() const { return folder_.size() + separator_ + name_.size(); }
     char16_t operator[](std::size_t index) const {
@@ -27,6 +31,17 @@ public:
     }
 
 private:
+    static std::u16string_view charactersOf(const FString& text, std::u16string& bytes) {
+        if (!pathtext::isMeaningless(text)) {
+            return pathtext::viewOf(text);
+        }
+        const auto* first = reinterpret_cast<const unsigned char*>(text.text8());
+        bytes.assign(first, first + text.length());
+        return bytes;
+    }
+
+    std::u16string folderBytes_;
+    std::u16string nameBytes_;
     std::u16string_view folder_;
     std::u16string_view name_;
     std::size_t separator_;

@@ -49,7 +49,7 @@ bool prependAscent(const FPath& common, const FPath& base, std::u16string& way) 
 } // namespace
 
 FPath* FPath::resolveRelative(const FPath& base) const {
-    if (isAbsolute()) {
+    if (isAbsolute() || pathtext::isMeaningless(path_)) {
         return nullptr;
     }
     FRefPtr<FPath> result = copyOf(base);

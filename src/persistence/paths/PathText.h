@@ -16,6 +16,11 @@ inline std::u16string_view viewOf(const FString& text) {
                          : std::u16string_view();
 }
 
+// Bytes that mean nothing: a path with them has no text as a whole, and names nothing.
+inline bool isMeaningless(const FString& text) {
+    return !text.isEmpty() && viewOf(text).empty();
+}
+
 inline std::u16string wideText(const FStringRef& text) {
     return std::u16string(viewOf(FString(text)));
 }

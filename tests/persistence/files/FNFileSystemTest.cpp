@@ -7,10 +7,12 @@
 #include "support/ErrorNumbers.h"
 #include "support/FileMarks.h"
 #include "support/Skips.h"
+#include "support/SystemText.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -139,6 +141,74 @@ TEST_F(FNFileSystemTest, ClosingTellsOfStreamsThatCouldWrite) {
 TEST_F(FNFileSystemTest, ClosingNothingDoesNothing) {
     files_.closeStream(nullptr);
     EXPECT_TRUE(notices().empty());
+}
+
+// Names whose bytes mean nothing.
+
+class NamesWithoutMeaning : public FNFileSystemTest {
+protected:
+    void SetUp() override {
+        if (const char* reason = testing_support::whyNoUtf8()) {
+            GTEST_SKIP() << reason;
+        }
+        scratch_.write("parent/file", "content");
+        scratch_.write("other/file", "other");
+    }
+
+    // The folder that holds it is what such a path must never be taken for.
+    void expectNothingChanged() {
+        EXPECT_EQ(scratch_.read("parent/file"), "content");
+        EXPECT_EQ(scratch_.read("other/file"), "other");
+        EXPECT_EQ(scratch_.entryCount(), 2u);
+        EXPECT_EQ(std::distance(fs::directory_iterator(scratch_ / "parent"), {}), 1);
+        EXPECT_TRUE(notices().empty());
+    }
+
+    FNPath nameless(PathKind kind) const { return FNPath("B\xe4r", folder("parent"), kind); }
+    FNPath namelessFolder() const { return nameless(PathKind::folder); }
+    FNPath inNamelessFolder() const { return FNPath("file", namelessFolder(), PathKind::file); }
+};
+
+TEST_F(NamesWithoutMeaning, AreNeverDeleted) {
+    EXPECT_FALSE(files_.deleteFolderContent(namelessFolder(), true));
+    EXPECT_FALSE(files_.deleteFolder(namelessFolder()));
+    EXPECT_FALSE(files_.deleteFile(nameless(PathKind::file)));
+    EXPECT_FALSE(files_.deleteFile(inNamelessFolder()));
+    expectNothingChanged();
+}
+
+TEST_F(NamesWithoutMeaning, AreNeverMadeOrOpened) {
+    EXPECT_FALSE(files_.createFolder(namelessFolder()));
+    EXPECT_FALSE(files_.folderExists(namelessFolder()));
+    FNPath file = nameless(PathKind::file);
+    EXPECT_EQ(files_.createFile(file, FileOpenMode::write | FileOpenMode::createFolders, nullptr), nullptr);
+    FNPath inner = inNamelessFolder();
+    EXPECT_EQ(files_.createFile(inner, FileOpenMode::write | FileOpenMode::createFolders, nullptr), nullptr);
+    EXPECT_FALSE(files_.createLink(file, path("other/file")));
+    FNPath link = path("link.lnk");
+    EXPECT_FALSE(files_.createLink(link, file));
+    const auto iterator = FRefPtr<FFileIterator>::adopt(files_.newIterator(namelessFolder(), false));
+    EXPECT_EQ(iterator->next(), nullptr);
+    expectNothingChanged();
+}
+
+TEST_F(NamesWithoutMeaning, AreNeverMoved) {
+    FNPath nowhere = namelessFolder();
+    EXPECT_FALSE(files_.move(nowhere, folder("moved")));
+    EXPECT_FALSE(files_.rename(nowhere, u"renamed"));
+    FNPath other = folder("other");
+    EXPECT_FALSE(files_.move(other, namelessFolder()));
+    EXPECT_FALSE(files_.rename(other, "B\xe4r"));
+    expectNothingChanged();
+}
+
+TEST_F(NamesWithoutMeaning, AreNeverCopied) {
+    EXPECT_FALSE(files_.copyFolder(namelessFolder(), folder("copy"), nullptr));
+    EXPECT_FALSE(files_.copyFolder(folder("other"), namelessFolder(), nullptr));
+    EXPECT_FALSE(files_.copyFile(nameless(PathKind::file), path("copy"), nullptr));
+    EXPECT_FALSE(files_.copyFile(path("other/file"), nameless(PathKind::file), nullptr));
+    EXPECT_FALSE(files_.copyFile(path("other/file"), inNamelessFolder(), nullptr));
+    expectNothingChanged();
 }
 
 // Deleting.

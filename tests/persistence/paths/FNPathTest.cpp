@@ -7,6 +7,7 @@
 #include "persistence/paths/IUniqueNamer.h"
 #include "platform/NativePath.h"
 #include "support/ScratchFolder.h"
+#include "support/SystemText.h"
 #include "tests/persistence/paths/TextOf.h"
 
 #include <gtest/gtest.h>
@@ -337,6 +338,40 @@ TEST_F(FNPathFiles, MakeUniqueHasNamesForEmptyOnes) {
     EXPECT_TRUE(dotted.makeUnique(namer));
     EXPECT_EQ(namer.base, u"file");
     EXPECT_EQ(nameOf(dotted), u"free.wav");
+}
+
+TEST(FNPath, ANameOfBytesThatMeanNothingIsntTakenForItsFolder) {
+    if (const char* reason = testing_support::whyNoUtf8()) {
+        GTEST_SKIP() << reason;
+    }
+    const FNPath parent(u"\\a\\b", PathKind::folder);
+    FNPath path("B\xe4r", parent, PathKind::file);
+    EXPECT_EQ(fullOf(path), u"");
+    char16_t buffer[260];
+    path.getNativePath(buffer);
+    EXPECT_EQ(std::u16string(buffer), u"");
+    FNPath other("B\xf6r", parent, PathKind::file);
+    EXPECT_FALSE(path.isEqual(&parent));
+    EXPECT_FALSE(path.isEqual(&other));
+    EXPECT_TRUE(path.isEqual(FRefPtr<CmObject>::adopt(path.clone()).get()));
+    EXPECT_TRUE(parent.isParentOf(&path));
+    path.setFileType(FFileType("Wave", "wav"));
+    path.ensureExtension(true);
+    EXPECT_EQ(path.getName().view8(), "B\xe4r");
+    FString base;
+    EXPECT_TRUE(path.getBaseName(base, true));
+    EXPECT_EQ(base.view8(), "B\xe4r");
+    // What lies below it isn't found in the parent or in the present folder either.
+    EXPECT_EQ(fullOf(FNPath(u"c", path, PathKind::file)), u"");
+    EXPECT_EQ(fullOf(FNPath(u"d", FNPath(u"c", path, PathKind::folder), PathKind::file)), u"");
+    path.descend(u"c", PathKind::folder);
+    EXPECT_EQ(fullOf(path), u"");
+    path.descend(u"d", PathKind::file);
+    EXPECT_EQ(fullOf(path), u"");
+    EXPECT_FALSE(path.resolve(parent));
+    // The folder above still has a name.
+    EXPECT_TRUE(other.ascend());
+    EXPECT_EQ(fullOf(other), u"\\a\\b");
 }
 
 TEST(FNPath, SanitizeCleansNameAndFolder) {
