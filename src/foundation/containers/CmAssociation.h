@@ -6,6 +6,8 @@
 
 namespace tessera {
 
+class CmBTreeDictionary;
+
 class CmAssociation : public CmClass<CmAssociation, CmObject> {
 public:
     static FMetaClass metaClass;
@@ -34,8 +36,9 @@ private:
 
     CmObject* key_ = nullptr;
     CmObject* value_ = nullptr;
-    // A dictionary that owns nothing made this one itself, and has to delete it when it leaves.
-    bool madeByDictionary_ = false;
+    // The dictionary that owns nothing, made this one itself, and has to release it when it leaves; others that point
+    // at it don't.
+    const CmBTreeDictionary* maker_ = nullptr;
 };
 
 } // namespace tessera

@@ -32,6 +32,22 @@ CmBTreeDictionary* CmBTreeDictionary::clone() const {
     return copy;
 }
 
+bool CmBTreeDictionary::copyFrom(const CmContainer& other) {
+    if (&other == this || other.getOwnership() == CmOwnership::owner) {
+        return CmBTree::copyFrom(other);
+    }
+    setOwnership(other.getOwnership());
+    bool complete = true;
+    const auto iterator = other.newIterator();
+    while (const CmObject* element = iterator->next()) {
+        const auto* association = cmCast<CmAssociation>(element);
+        if (association == nullptr || !set(association->getKey(), association->getValue())) {
+            complete = false;
+        }
+    }
+    return complete;
+}
+
 bool CmBTreeDictionary::add(CmObject* element) {
     const auto* association = cmCast<CmAssociation>(element);
     if (association == nullptr || association->getKey() == nullptr) {
@@ -59,7 +75,9 @@ bool CmBTreeDictionary::set(CmObject* key, CmObject* value) {
         association->release();
         return false;
     }
-    association->madeByDictionary_ = getOwnership() == CmOwnership::none;
+    if (getOwnership() == CmOwnership::none) {
+        association->maker_ = this;
+    }
     if (getOwnership() == CmOwnership::shared) {
         // The tree holds a reference of its own now.
         association->release();
@@ -115,11 +133,13 @@ void CmBTreeDictionary::retainKey(CmObject* element) const {
 }
 
 void CmBTreeDictionary::dropKey(CmObject* element) const {
-    const auto* association = static_cast<const CmAssociation*>(element);
+    auto* association = static_cast<CmAssociation*>(element);
     CmObject* key = association->getKey();
     CmObject* value = association->getValue();
-    if (association->madeByDictionary_ && getOwnership() == CmOwnership::none) {
-        element->release();
+    if (association->maker_ == this && getOwnership() == CmOwnership::none) {
+        // Whoever else holds it may give it back to this dictionary, as its own then.
+        association->maker_ = nullptr;
+        association->release();
     } else {
         drop(element);
     }

@@ -19,6 +19,9 @@ public:
 
     CmBTreeDictionary* clone() const override;
 
+    // Shares keys and values with a container that doesn't own them, but no association: each copy makes its own.
+    bool copyFrom(const CmContainer& other) override;
+
     // False for what is no CmAssociation, and for a key that is there.
     bool add(CmObject* element) override;
 

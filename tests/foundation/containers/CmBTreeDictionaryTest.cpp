@@ -1,5 +1,6 @@
 #include "foundation/containers/CmBTreeDictionary.h"
 
+#include "foundation/containers/CmQueue.h"
 #include "tests/foundation/containers/TestNumber.h"
 
 namespace tessera::test {
@@ -235,6 +236,75 @@ TEST_F(CmBTreeDictionaryTest, CopyOfASharedOneAddsReferences) {
     }
     EXPECT_EQ(key.getReferenceCount(), 1u);
     EXPECT_EQ(value.getReferenceCount(), 1u);
+}
+
+TEST_F(CmBTreeDictionaryTest, CopiesThatOwnNothingMakeTheirOwnAssociations) {
+    for (const CmOwnership ownership : {CmOwnership::none, CmOwnership::shared}) {
+        TestNumber key(1);
+        TestNumber value(10);
+        TestNumber other(20);
+        CmBTreeDictionary dictionary;
+        dictionary.setOwnership(ownership);
+        dictionary.set(&key, &value);
+        auto clone = FRefPtr<CmBTreeDictionary>::adopt(dictionary.clone());
+        EXPECT_EQ(clone->getOwnership(), ownership);
+        EXPECT_NE(clone->getAssociation(&key), dictionary.getAssociation(&key));
+        EXPECT_TRUE(clone->replace(&key, &other));
+        EXPECT_EQ(valueOf(dictionary.get(&key)), 10);
+        EXPECT_EQ(valueOf(clone->get(&key)), 20);
+        clone = nullptr;
+        EXPECT_EQ(valueOf(dictionary.get(&key)), 10);
+        CmBTreeDictionary copy;
+        EXPECT_TRUE(copy.copyFrom(dictionary));
+        EXPECT_FALSE(copy.copyFrom(dictionary)) << "it's there already";
+        EXPECT_FALSE(copy.copyFrom(copy));
+        dictionary.removeAll();
+        EXPECT_EQ(valueOf(copy.get(&key)), 10);
+        copy.removeAll();
+        EXPECT_EQ(key.getReferenceCount(), 1u);
+        EXPECT_EQ(value.getReferenceCount(), 1u);
+        EXPECT_EQ(other.getReferenceCount(), 1u);
+    }
+}
+
+TEST_F(CmBTreeDictionaryTest, ACopyRefusesElementsThatAreNoAssociations) {
+    TestNumber number(1);
+    CmAssociation withoutKey;
+    CmBTreeDictionary dictionary;
+    for (CmObject* element : {static_cast<CmObject*>(&number), static_cast<CmObject*>(&withoutKey)}) {
+        CmQueue list;
+        list.enqueue(element);
+        EXPECT_FALSE(dictionary.copyFrom(list));
+    }
+    EXPECT_TRUE(dictionary.isEmpty());
+}
+
+TEST_F(CmBTreeDictionaryTest, AnAssociationGoesWithTheDictionaryThatMadeItAlone) {
+    TestNumber key(1);
+    TestNumber value(10);
+    CmBTreeDictionary maker;
+    maker.set(&key, &value);
+    {
+        CmBTreeDictionary added;
+        EXPECT_TRUE(added.add(maker.getAssociation(&key)));
+        CmBTreeDictionary selected;
+        EXPECT_TRUE(maker.select([](CmObject*) { return true; }, selected));
+        EXPECT_TRUE(selected.removeKey(&key));
+    }
+    EXPECT_EQ(valueOf(maker.get(&key)), 10);
+}
+
+TEST_F(CmBTreeDictionaryTest, AnAssociationThatOutlivesItsMakerIsTheHoldersAlone) {
+    TestNumber key(1);
+    FRefPtr<CmAssociation> association;
+    CmBTreeDictionary dictionary;
+    dictionary.set(&key, nullptr);
+    association = dictionary.getAssociation(&key);
+    dictionary.removeAll();
+    EXPECT_EQ(association->getReferenceCount(), 1u);
+    EXPECT_TRUE(dictionary.add(association.get()));
+    EXPECT_TRUE(dictionary.removeKey(&key));
+    EXPECT_EQ(association->getReferenceCount(), 1u);
 }
 
 } // namespace
