@@ -24,14 +24,20 @@ bool holds(const CmQueue& queue, const IBaseUnknown* identity, const FStringRef&
                [&](CmObject* entry) { return static_cast<FPostedMessage*>(entry)->fits(identity, name); }) != nullptr;
 }
 
-// Takes every fitting entry out; the rest keeps its order.
-void removeFitting(CmQueue& queue, const IBaseUnknown* identity, const FStringRef& name) {
+// For that target and of that name, where a message without one is like no other but its kind.
+bool holdsLike(const CmQueue& queue, const IBaseUnknown* identity, const FMessage& message) {
+    return queue.findFirst([&](CmObject* entry) {
+        const auto* posted = static_cast<FPostedMessage*>(entry);
+        return posted->getReceiver().identity == identity &&
+               posted->getMessage()->getNameText() == message.getNameText();
+    }) != nullptr;
+}
+
+// Hands every fitting entry over to the other queue; the rest keeps its order.
+void moveFitting(CmQueue& queue, const IBaseUnknown* identity, const FStringRef& name, CmQueue& removed) {
     for (std::int32_t left = queue.getCount(); left > 0; --left) {
-        if (static_cast<FPostedMessage*>(queue.at(0))->fits(identity, name)) {
-            queue.dequeue()->release();
-        } else {
-            queue.moveFirstTo(queue);
-        }
+        const bool fits = static_cast<FPostedMessage*>(queue.at(0))->fits(identity, name);
+        queue.moveFirstTo(fits ? removed : queue);
     }
 }
 
@@ -74,7 +80,7 @@ void FMessenger::postMessage(IBaseUnknown* target, FMessage* message, Coalesce c
     }
     const MessageReceiver receiver = MessageReceiver::of(target);
     const FLockGuard guard(queueLock_);
-    if (coalesce == Coalesce::sameTargetAndName && holds(pending_, receiver.identity, message->getNameText())) {
+    if (coalesce == Coalesce::sameTargetAndName && holdsLike(pending_, receiver.identity, *message)) {
         return;
     }
     auto* entry = new FPostedMessage(keep.detach(), receiver, delay);
@@ -108,10 +114,14 @@ void FMessenger::removeMessages(IBaseUnknown* target, const char* name) {
         return;
     }
     const IBaseUnknown* identity = MessageReceiver::of(target).identity;
+    // Released when the locks are free again: a message may own the last reference of an object that is a target too,
+    // and removes its own messages as it goes.
+    CmQueue removed;
+    removed.setOwnership(CmOwnership::owner);
     const FLockGuard delivery(deliveryLock_);
     const FLockGuard queue(queueLock_);
-    removeFitting(pending_, identity, name);
-    removeFitting(ready_, identity, name);
+    moveFitting(pending_, identity, name, removed);
+    moveFitting(ready_, identity, name, removed);
 }
 
 bool FMessenger::hasMessages(IBaseUnknown* target, const char* name) {

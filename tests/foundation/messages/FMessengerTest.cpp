@@ -12,6 +12,7 @@
 #include <functional>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace tessera {
@@ -58,6 +59,16 @@ public:
     std::int32_t receiveMessage(IMessageAccess*) override { return 2; }
 };
 FMetaClass BothTarget::metaClass("BothTarget", &CmObject::metaClass, nullptr);
+
+// A target that goes as targets do: its messages first.
+class LeavingTarget final : public Target {
+public:
+    LeavingTarget(Log& log, FMessenger& messenger) : Target(log, "leaving "), messenger_(messenger) {}
+    ~LeavingTarget() override { messenger_.removeMessages(this, nullptr); }
+
+private:
+    FMessenger& messenger_;
+};
 
 class RecordingHook final : public IMessageHook {
 public:
@@ -149,6 +160,15 @@ TEST_F(FMessengerTest, CoalescingMindsTargetAndName) {
     EXPECT_EQ(log_, (Log{"name", "other name", "Name"}));
 }
 
+TEST_F(FMessengerTest, CoalescingTakesNoNameForANameOfItsOwn) {
+    post(&target_, "name");
+    messenger_.postMessage(&target_, new FMessage, Coalesce::sameTargetAndName);
+    messenger_.postMessage(&target_, new FMessage, Coalesce::sameTargetAndName);
+    post(&target_, "name", Coalesce::sameTargetAndName);
+    rounds(1);
+    EXPECT_EQ(log_, (Log{"name", ""}));
+}
+
 TEST_F(FMessengerTest, CoalescingQueuesWhatIsOnlyBeingDelivered) {
     // While the first is handed over, a second of that name stands in the same round's list, and none in the queue.
     target_.then = [&] {
@@ -219,6 +239,44 @@ TEST_F(FMessengerTest, RemovesByTargetAndName) {
     messenger_.removeMessages(nullptr, "keep");
     rounds(1);
     EXPECT_EQ(log_, (Log{"keep", "keep"}));
+}
+
+TEST_F(FMessengerTest, RemovingAMessageMayEndATargetThatRemovesItsOwn) {
+    for (const bool othersWait : {false, true}) {
+        log_.clear();
+        auto* leaving = new LeavingTarget(log_, messenger_);
+        auto* message = new FMessage(FStringRef("carries the other target"));
+        message->setObject("target", static_cast<FObject*>(leaving), true);
+        messenger_.postMessage(&target_, message);
+        post(leaving, "never arrives");
+        Target other(log_);
+        if (othersWait) {
+            post(&other, "a");
+            post(&other, "b");
+        }
+        messenger_.removeMessages(&target_, nullptr);
+        EXPECT_EQ(messenger_.hasMessages(nullptr, nullptr), othersWait);
+        rounds(1);
+        EXPECT_EQ(log_, othersWait ? (Log{"a", "b"}) : Log{});
+    }
+}
+
+TEST_F(FMessengerTest, RemovedMessagesGoWhenTheQueueIsFree) {
+    // The message's end waits for a thread that posts.
+    class PostsElsewhere final : public CmObject {
+    public:
+        explicit PostsElsewhere(std::function<void()> post) : post_(std::move(post)) {}
+        ~PostsElsewhere() override { std::thread(post_).join(); }
+
+    private:
+        std::function<void()> post_;
+    };
+    auto* message = new FMessage(FStringRef("first"));
+    message->setObject("object", static_cast<FObject*>(new PostsElsewhere([&] { post(&target_, "second"); })), true);
+    messenger_.postMessage(&target_, message);
+    messenger_.removeMessages(&target_, "first");
+    rounds(1);
+    EXPECT_EQ(log_, Log{"second"});
 }
 
 TEST_F(FMessengerTest, KnowsWhatWaits) {
