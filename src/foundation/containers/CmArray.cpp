@@ -3,7 +3,7 @@
 namespace tessera {
 
 CmArray* CmArray::clone() const {
-    auto* copy = new CmArray(count_, growth_);
+    auto* copy = new CmArray(capacityOfCopy(), growth_);
     copy->copyFrom(*this);
     return copy;
 }

@@ -54,7 +54,7 @@ void mergeSort(CmObject** begin, CmObject** end, CmObject** spare) {
 
 class CmArrayForm::Iterator final : public CmIterator {
 public:
-    explicit Iterator(const CmArrayForm& array) : CmIterator(array), array_(array) {}
+    explicit Iterator(const CmArrayForm& array) : CmIterator(array), array_(array) { moveTo(0); }
 
     bool isDone() const override { return !array_.isIndex(index_); }
     CmObject* next() override {
@@ -68,7 +68,7 @@ public:
         return element;
     }
     CmObject* current() const override { return array_.at(index_); }
-    void first() override { index_ = 0; }
+    void first() override { moveTo(0); }
     void last() override { moveTo(array_.count_ - 1); }
     bool seek(const CmObject* element) override {
         moveTo(array_.indexOfInstance(element));
@@ -83,17 +83,16 @@ public:
         return current();
     }
     std::int32_t index() const { return index_; }
-
-private:
-    static constexpr std::int32_t kDone = -1;
-
     // One place for done, so that an element appended later doesn't bring the iterator back.
     void moveTo(std::int64_t index) {
         index_ = index >= 0 && index < array_.count_ ? static_cast<std::int32_t>(index) : kDone;
     }
 
+private:
+    static constexpr std::int32_t kDone = -1;
+
     const CmArrayForm& array_;
-    std::int32_t index_ = 0;
+    std::int32_t index_ = kDone;
 };
 
 CmArrayForm::CmArrayForm(std::int32_t capacity, std::int32_t growth) : growth_(growth) {
@@ -104,11 +103,20 @@ CmArrayForm::CmArrayForm(std::int32_t capacity, std::int32_t growth) : growth_(g
 
 CmArrayForm::~CmArrayForm() {
     CmArrayForm::removeAll();
+    std::free(data_);
 }
 
 bool CmArrayForm::removeAtIterator(CmIterator& iterator) {
-    // The following element moves to the iterator's index.
-    return &iterator.container() == this && removeAt(static_cast<Iterator&>(iterator).index());
+    if (&iterator.container() != this) {
+        return false;
+    }
+    auto& walker = static_cast<Iterator&>(iterator);
+    if (!removeAt(walker.index())) {
+        return false;
+    }
+    // The following element has moved to the iterator's index; behind the last one there is none.
+    walker.moveTo(walker.index());
+    return true;
 }
 
 bool CmArrayForm::remove(CmObject* element) {
@@ -130,11 +138,17 @@ void CmArrayForm::removeAll() {
     // Taken out first: an element's destructor may look at this array.
     CmObject** elements = std::exchange(data_, nullptr);
     const std::int32_t count = std::exchange(count_, 0);
-    size_ = 0;
+    const std::int32_t size = std::exchange(size_, 0);
     for (std::int32_t index = 0; index < count; ++index) {
         drop(elements[index]);
     }
-    std::free(elements);
+    if (growth_ == kFixed && data_ == nullptr) {
+        // The only block that such an array will have.
+        data_ = elements;
+        size_ = size;
+    } else {
+        std::free(elements);
+    }
 }
 
 CmObject* CmArrayForm::find(const CmObject* element) const {

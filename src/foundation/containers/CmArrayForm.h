@@ -2,6 +2,7 @@
 // forms are children of CmContainer.
 //
 // growth tells how the block grows when it's full: -1 doubles it (10 from nothing), 0 keeps it, above 0 adds that many.
+// One that is kept stays as long as the array.
 #pragma once
 
 #include "foundation/containers/CmContainer.h"
@@ -49,6 +50,8 @@ public:
 protected:
     CmArrayForm(std::int32_t capacity, std::int32_t growth);
 
+    // The capacity that a copy begins with.
+    std::int32_t capacityOfCopy() const { return growth_ == kFixed ? size_ : count_; }
     bool isIndex(std::int32_t index) const { return index >= 0 && index < count_; }
     // Room for one more; false when the growth or the memory doesn't allow it.
     bool makeRoom() { return count_ < size_ || grow(); }

@@ -5,7 +5,7 @@
 namespace tessera {
 
 CmOrderedArray* CmOrderedArray::clone() const {
-    auto* copy = new CmOrderedArray(count_, growth_);
+    auto* copy = new CmOrderedArray(capacityOfCopy(), growth_);
     copy->copyFrom(*this);
     return copy;
 }

@@ -49,6 +49,23 @@ TEST_F(CmArrayTest, FixedRefusesBeyondItsCapacity) {
     EXPECT_EQ(contents(array), "1 2");
 }
 
+TEST_F(CmArrayTest, FixedKeepsItsCapacityWhenItIsEmptiedOrCloned) {
+    CmArray array(2, CmArray::kFixed);
+    own(array);
+    addNew(array, {1});
+    const auto copy = FRefPtr<CmArray>::adopt(array.clone());
+    EXPECT_EQ(copy->getCapacity(), 2);
+    addNew(*copy, {2});
+    EXPECT_EQ(contents(*copy), "1 2");
+    array.removeAll();
+    EXPECT_EQ(TestNumber::alive, 2);
+    EXPECT_EQ(array.getCapacity(), 2);
+    addNew(array, {3, 4});
+    EXPECT_EQ(contents(array), "3 4");
+    TestNumber refused(5);
+    EXPECT_FALSE(array.add(&refused));
+}
+
 TEST_F(CmArrayTest, OtherNegativeGrowthRefuses) {
     CmArray array(0, -2);
     TestNumber refused(1);

@@ -305,6 +305,30 @@ TEST_P(EveryForm, RemovesUnderItsIterator) {
     EXPECT_EQ(contents(*container_), "3 5 7 9");
 }
 
+TEST_P(EveryForm, IteratorThatRemovedTheLastElementStaysDone) {
+    fill(CmOwnership::owner, {1, 2});
+    const auto iterator = container_->newIterator();
+    while (!iterator->isDone()) {
+        EXPECT_TRUE(container_->removeAtIterator(*iterator));
+    }
+    addNew(*container_, {3});
+    EXPECT_TRUE(iterator->isDone());
+    EXPECT_EQ(iterator->current(), nullptr);
+    iterator->first();
+    EXPECT_FALSE(iterator->isDone());
+}
+
+TEST_P(EveryForm, IteratorOfNothingStaysDone) {
+    const auto made = container_->newIterator();
+    const auto reset = container_->newIterator();
+    reset->first();
+    fill(CmOwnership::owner, {1});
+    EXPECT_TRUE(made->isDone());
+    EXPECT_TRUE(reset->isDone());
+    reset->first();
+    EXPECT_EQ(reset->current(), container_->at(0));
+}
+
 TEST_P(EveryForm, RefusesTheIteratorOfAnother) {
     fill(CmOwnership::owner, {1});
     const auto other = FRefPtr<CmContainer>::adopt(GetParam().make());

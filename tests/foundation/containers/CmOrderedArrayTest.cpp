@@ -75,6 +75,18 @@ TEST_F(CmOrderedArrayTest, FixedRefusesBeyondItsCapacity) {
     EXPECT_EQ(contents(array), "1");
 }
 
+TEST_F(CmOrderedArrayTest, FixedKeepsItsCapacityWhenItIsEmptiedOrCloned) {
+    CmOrderedArray array(2, CmOrderedArray::kFixed);
+    array.setOwnership(CmOwnership::owner);
+    addNew(array, {2});
+    const auto copy = FRefPtr<CmOrderedArray>::adopt(array.clone());
+    addNew(*copy, {1});
+    EXPECT_EQ(contents(*copy), "1 2");
+    array.removeAll();
+    addNew(array, {4, 3});
+    EXPECT_EQ(contents(array), "3 4");
+}
+
 TEST_F(CmOrderedArrayTest, RefusesAPlaceOutOfOrder) {
     CmOrderedArray array;
     array.setOwnership(CmOwnership::owner);
