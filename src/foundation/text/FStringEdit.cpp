@@ -56,19 +56,27 @@ bool isKnown(FTrimMode mode) {
            mode == FTrimMode::allButLetters;
 }
 
-// The characters of a set, told apart by their low byte before the set itself is searched.
+// The characters of a set, told apart by their low byte before the set itself is searched. A set inside the text that
+// is to be edited would change with it, and is copied.
 template <class Character>
 class CharacterSet {
 public:
-    explicit CharacterSet(std::basic_string_view<Character> set) : set_(set) {
-        for (const Character c : set) {
+    CharacterSet(std::basic_string_view<Character> set, std::basic_string_view<Character> edited) : set_(set) {
+        if (liesWithin<Character>(set.data(), edited.data(), edited.size())) {
+            copy_.assign(FStringRef(set.data(), static_cast<std::int32_t>(set.size())));
+            set_ = {static_cast<const Character*>(copy_.rawText()), static_cast<std::size_t>(copy_.length())};
+        }
+        for (const Character c : set_) {
             maybe_[static_cast<std::uint8_t>(c)] = true;
         }
     }
+    CharacterSet(const CharacterSet&) = delete;
+    CharacterSet& operator=(const CharacterSet&) = delete;
 
     bool contains(Character c) const { return maybe_[static_cast<std::uint8_t>(c)] && set_.find(c) != set_.npos; }
 
 private:
+    FString copy_;
     std::basic_string_view<Character> set_;
     bool maybe_[256] = {};
 };
@@ -328,7 +336,7 @@ bool FString::replaceChars(const FStringRef& set, char16_t replacement) {
 
 template <class Character>
 bool FString::replaceMembers(std::basic_string_view<Character> set, Character replacement) {
-    const CharacterSet<Character> members(set);
+    const CharacterSet<Character> members(set, viewAs<Character>());
     const Character put = replacement == 0 ? Character{' '} : replacement;
     bool changed = false;
     Character* const buffer = bufferAs<Character>();
@@ -359,7 +367,7 @@ bool FString::removeChars(const FStringRef& set) {
     }
     return editInCommonWidth(set, [&](auto view) {
         using Character = typename decltype(view)::value_type;
-        const CharacterSet<Character> members(view);
+        const CharacterSet<Character> members(view, viewAs<Character>());
         return removeIf<Character>([&](Character c) { return members.contains(c); });
     });
 }

@@ -221,6 +221,27 @@ TEST(FStringEdit, CharactersOfASetAreRemoved) {
     EXPECT_EQ(wide.view16(), u"ab");
 }
 
+TEST(FStringEdit, ASetInsideTheOwnTextStaysWhatItWas) {
+    FString text("abcab");
+    EXPECT_TRUE(text.replaceChars(FStringRef(text, 0, 2), '_'));
+    EXPECT_EQ(text.view8(), "__c__");
+    FString wide(u"abcab");
+    EXPECT_TRUE(wide.replaceChars(FStringRef(wide, 0, 2), u'_'));
+    EXPECT_EQ(wide.view16(), u"__c__");
+    FString whole("ab");
+    EXPECT_TRUE(whole.replaceChars(whole, '_'));
+    EXPECT_EQ(whole.view8(), "__");
+
+    FString removed("abcab");
+    EXPECT_TRUE(removed.removeChars(FStringRef(removed, 0, 2)));
+    EXPECT_EQ(removed.view8(), "c");
+    FString removedWide(u"xabcab");
+    EXPECT_TRUE(removedWide.removeChars(FStringRef(removedWide, 1, 2)));
+    EXPECT_EQ(removedWide.view16(), u"xc");
+    EXPECT_TRUE(removedWide.removeChars(removedWide));
+    EXPECT_TRUE(removedWide.isEmpty());
+}
+
 TEST(FStringEdit, SubstringsAreSearchedFromTheStartEachTime) {
     FString text("aabb");
     EXPECT_TRUE(text.removeSubstring("ab"));
