@@ -170,9 +170,13 @@ std::int32_t FStringRef::copyTo8(char* buffer, std::int32_t start, std::int32_t 
 }
 
 std::int32_t FStringRef::copyTo16(char16_t* buffer, std::int32_t start, std::int32_t count) const {
-    const FStringRef source = start > characters() ? FStringRef() : FStringRef(*this, start, count);
+    // To the end: count bytes may end in the middle of a character, and then mean nothing.
+    const FStringRef source = start > characters() ? FStringRef() : FStringRef(*this, start);
     const FWidenedText widened(source);
-    const std::u16string_view part = widened.view();
+    std::u16string_view part = widened.view();
+    if (count >= 0) {
+        part = part.substr(0, static_cast<std::size_t>(count));
+    }
     if (!part.empty()) {
         std::memcpy(buffer, part.data(), part.size() * sizeof(char16_t));
     }

@@ -188,6 +188,14 @@ TEST(FStringRef, CopyingOutConvertsAndStaysWithinTheCount) {
     char16_t units[16];
     EXPECT_EQ(FStringRef(etude.c_str()).copyTo16(units), 5);
     EXPECT_EQ(std::u16string_view(units), u"\u00e9tude");
+    EXPECT_EQ(FStringRef(("a" + etude).c_str()).copyTo16(units, 0, 2), 2);
+    EXPECT_EQ(std::u16string_view(units), u"a\u00e9");
+    EXPECT_EQ(FStringRef(("a" + etude).c_str()).copyTo16(units, 1, 2), 2);
+    EXPECT_EQ(std::u16string_view(units), u"\u00e9t");
+    EXPECT_EQ(FStringRef("abc").copyTo16(units, 1, 0), 0);
+    EXPECT_EQ(std::u16string_view(units), u"");
+    EXPECT_EQ(FStringRef(u"abcdef").copyTo16(units, 1, 2), 2);
+    EXPECT_EQ(std::u16string_view(units), u"bc");
 }
 
 TEST(FStringRef, CopyingOutWhatCantBeWidenedGivesNothing) {
