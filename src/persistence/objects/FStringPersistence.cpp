@@ -38,8 +38,9 @@ bool FString::writeString(FStream& stream) const {
     const FString& source = isWide() ? utf8 : *this;
     const std::size_t size = static_cast<std::size_t>(source.characters()) + 1;
     const std::size_t mark = isWide() ? kUtf8Mark.size() : 0;
-    // 30 bits of length, so the count doesn't overflow.
-    return stream.writeInt32(static_cast<std::int32_t>(size + mark)) && writeBytes(stream, source.rawText(), size) &&
+    // 30 bits of length, so the count doesn't overflow. Text that begins with a NUL has narrowed to none, and only the
+    // NUL is written.
+    return stream.writeInt32(static_cast<std::int32_t>(size + mark)) && writeBytes(stream, source.text8(), size) &&
            writeBytes(stream, kUtf8Mark.data(), mark);
 }
 

@@ -53,6 +53,14 @@ TEST_F(FStringStream, NarrowTextBeyondAsciiComesBackUnchanged) {
     EXPECT_EQ(text_.view8(), "caf\xe9");
 }
 
+TEST_F(FStringStream, WideTextThatEndsAtOnceIsItsNulAndTheMark) {
+    for (const FString& text : {FString(u"\0", 1), FString(u"\0more", 5)}) {
+        EXPECT_EQ(written(text), "\4\0\0\0\0\xef\xbb\xbf"s);
+    }
+    EXPECT_TRUE(read("\4\0\0\0\0\xef\xbb\xbf"s));
+    EXPECT_TRUE(text_.isEmpty());
+}
+
 TEST_F(FStringStream, WideTextIsUtf8WithAMarkBehindItsNul) {
     const FString wide(u"caf\u00e9");
     EXPECT_EQ(written(wide), "\x09\0\0\0caf\xc3\xa9\0\xef\xbb\xbf"s);
