@@ -183,7 +183,8 @@ const char* scanFloat(const char* begin, const char* end, Forms forms, double& o
     if (forms == Forms::decimal && !isDecimalDigit(*at) && *at != '.') {
         return nullptr;
     }
-    if (forms == Forms::all && startsHexadecimal(at, end)) {
+    // So would one behind the prefix, and a word.
+    if (forms == Forms::all && startsHexadecimal(at, end) && end - at >= 3 && (hexValue(at[2]) < 16 || at[2] == '.')) {
         if (const char* const behind = convertFloat(at + 2, end, negative, std::chars_format::hex, out)) {
             return behind;
         }

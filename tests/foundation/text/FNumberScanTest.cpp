@@ -139,7 +139,11 @@ TEST(FNumberScan, AnyFloatTakesWordsAndHexadecimalFloats) {
     EXPECT_EQ(scan("-0x10"), -16.0);
     EXPECT_EQ(scan("0x1p99999"), std::numeric_limits<double>::infinity());
     EXPECT_EQ(scan("0x1p-99999"), 0.0);
-    EXPECT_EQ(scan("0x"), 0.0);
+    EXPECT_EQ(scan("0x.8"), 0.5);
+    // Without a digit behind it the prefix is the digit 0 with something behind it.
+    for (const char* text : {"0x", "0x.", "0x-5", "0x+5", "0xinf", "0xnan", "0xg"}) {
+        EXPECT_EQ(scan(text), 0.0) << text;
+    }
     EXPECT_EQ(scan("2.5"), 2.5);
 }
 
