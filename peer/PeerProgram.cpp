@@ -94,16 +94,8 @@ bool PeerProgram::open(const std::vector<std::string>& files) {
     ServiceDiscovery& discovery = ServiceDiscovery::getInstance();
     discovery.start(kPeerServiceName);
     discovery.observe(
-        ownServiceId(),
-        [this](const ServiceRecord&) {
-            hostSeen_ = true;
-            hostGone_ = false;
-        },
-        [this](const ServiceRecord&) {
-            hostGone_ = true;
-            say("the host is gone");
-            exchange_.hostLost();
-        });
+        ownServiceId(), [this](const ServiceRecord& host) { hostListed(host); },
+        [this](const ServiceRecord& host) { hostUnlisted(host); });
     discovery.registerService(peerServiceId());
     registered_ = true;
     discovery.scan();
@@ -126,6 +118,40 @@ void PeerProgram::close() {
     link_.close();
     std::error_code ignored;
     std::filesystem::remove(nativePath(workFolder_), ignored);
+}
+
+void PeerProgram::hostListed(const ServiceRecord& host) {
+    hostSeen_ = true;
+    hostGone_ = false;
+    if (unlistedHost_ && unlistedHost_->processId == host.processId) {
+        unlistedHost_.reset();
+    }
+}
+
+// A second host of the user signals like one that goes, and so does a host that leaves and comes again at once. A host
+// that leaves in good order says so on the link; so what takes a linked one away here is the end of its process alone.
+void PeerProgram::hostUnlisted(const ServiceRecord& host) {
+    hostGone_ = true;
+    if (!unlistedHost_) {
+        unlistedHost_ = host;
+        checkUnlistedHost();
+        if (unlistedHost_) {
+            say("the registry lists the host no more, but it runs; its link stays");
+        }
+    }
+}
+
+void PeerProgram::checkUnlistedHost() {
+    if (!unlistedHost_) {
+        return;
+    }
+    if (!unlistedHost_->isAlive()) {
+        unlistedHost_.reset();
+        say("the host is gone");
+        exchange_.hostLost();
+    } else if (!exchange_.isGreeted()) {
+        unlistedHost_.reset();
+    }
 }
 
 int PeerProgram::loop() {
@@ -162,6 +188,7 @@ void PeerProgram::turn(std::int64_t now) {
     for (std::string message = link_.receive(); !message.empty(); message = link_.receive()) {
         exchange_.received(message);
     }
+    checkUnlistedHost();
     for (const std::string& file : handOver_.takeFiles()) {
         exchange_.openFile(file);
     }
@@ -190,7 +217,7 @@ bool PeerProgram::wantsToLeave() const {
     case StayMode::UntilInterrupted:
         return false;
     case StayMode::WhileHostLives:
-        return hostSeen_ && hostGone_ && exchange_.mayLeave();
+        return hostSeen_ && hostGone_ && !exchange_.isGreeted() && exchange_.mayLeave();
     case StayMode::ForOneEdit:
         return exchange_.editsEnded() > 0 && exchange_.mayLeave();
     }

@@ -4,6 +4,7 @@
 // link every few milliseconds, so the messages that the host waits on are answered at once.
 #pragma once
 
+#include "discovery/registry/ServiceRecord.h"
 #include "foundation/messages/FIdleTimer.h"
 #include "link/LinkSocket.h"
 #include "peer/EditJob.h"
@@ -12,6 +13,7 @@
 #include "peer/PeerExchange.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -43,6 +45,9 @@ private:
     int handOver(const std::vector<std::string>& files);
     bool open(const std::vector<std::string>& files);
     void close();
+    void hostListed(const ServiceRecord& host);
+    void hostUnlisted(const ServiceRecord& host);
+    void checkUnlistedHost();
     int loop();
     void turn(std::int64_t now);
     void pollEdit(std::int64_t now);
@@ -62,6 +67,8 @@ private:
     bool registered_ = false;
     bool hostSeen_ = false;
     bool hostGone_ = false;
+    // A linked host that the registry watches no more.
+    std::optional<ServiceRecord> unlistedHost_;
     std::int64_t idleSince_ = 0;
 };
 

@@ -239,6 +239,45 @@ TEST_F(PeerProcessTest, AnEditThatIsGivenUpMakesRoomForTheNext) {
     EXPECT_EQ((std::vector<short>{5, 6}), readSound(first));
 }
 
+// Every start and end of a host signals alike, and one of several is linked.
+TEST_F(PeerProcessTest, ASecondHostOfTheUserLeavesTheFirstOneItsLinkAndItsEdit) {
+    const std::string slow = writeSound("a.wav", {5, 6});
+    const std::string next = writeSound("b.wav", {7, 8});
+    PlayedHost host;
+    HelperProcess peer(TESX_PEER, {"--editor", EDITOR_HELPER " linger-at a.wav {in} {out}", "--tesx", slow});
+    ASSERT_TRUE(host.waitForGreeting());
+    ASSERT_TRUE(hearsLine(peer, "editing"));
+    HelperProcess second(SERVICE_HELPER);
+    ASSERT_EQ("ready", second.hear());
+    ASSERT_EQ("done", second.ask(std::string("register ") + kOwnServiceName));
+    EXPECT_TRUE(hearsLine(peer, "its link stays"));
+    host.tell(WireVerb::cancelFileEdit, slow);
+    EXPECT_TRUE(hearsLine(peer, "the host has given up"));
+    EXPECT_EQ("ok", host.ask({WireVerb::suspendKiteDriver, "text"}));
+    host.tell(WireVerb::openFile, next);
+    EXPECT_EQ(writeMessage({"finishedFileEdit", next}), host.hear());
+}
+
+TEST_F(PeerProcessTest, TheEndOfALinkedHostIsNoticedAlsoWhereAnotherHasTakenItsPlaceInTheRegistry) {
+    LinkSocket link(LinkSocket::userAddress(systemInfo().userName));
+    ASSERT_TRUE(link.open(LinkSide::Bind));
+    HelperProcess first(SERVICE_HELPER);
+    ASSERT_EQ("ready", first.hear());
+    ASSERT_EQ("done", first.ask(std::string("register ") + kOwnServiceName));
+    HelperProcess peer(TESX_PEER, {"--editor", kReverse, "--tesx"});
+    ASSERT_TRUE(hearsLine(peer, "ready"));
+    const std::string greeting = writeMessage({WireVerb::sendConnectionInfo, "Harrow Max", "9.0.20", "true"});
+    EXPECT_EQ("ok", link.sendAndReceive(greeting, SendMode::Blocking));
+    ASSERT_TRUE(hearsLine(peer, "linked"));
+    HelperProcess second(SERVICE_HELPER);
+    ASSERT_EQ("ready", second.hear());
+    ASSERT_EQ("done", second.ask(std::string("register ") + kOwnServiceName));
+    EXPECT_TRUE(hearsLine(peer, "its link stays"));
+    first.kill();
+    EXPECT_TRUE(hearsLine(peer, "the host is gone"));
+    EXPECT_EQ(0, peer.finish());
+}
+
 TEST_F(PeerProcessTest, TheScriptNamesTheProgramItself) {
     HelperProcess peer(TESX_PEER, {"--print-script", "--editor", kReverse});
     // As the system spells it, which may be another way than it was started.
