@@ -28,9 +28,23 @@ std::string formatName(int format) {
     return sf_command(nullptr, SFC_GET_FORMAT_INFO, &info, sizeof info) == 0 && info.name != nullptr ? info.name : "?";
 }
 
-bool isFloat(int format) {
-    const int sub = format & SF_FORMAT_SUBMASK;
-    return sub == SF_FORMAT_FLOAT || sub == SF_FORMAT_DOUBLE;
+// Formats that hold whole numbers of up to 32 bits; FLAC's are among them. What floats and what lossy formats decode to
+// may lie above full scale.
+bool isInteger(int format) {
+    switch (format & SF_FORMAT_SUBMASK) {
+    case SF_FORMAT_PCM_S8:
+    case SF_FORMAT_PCM_U8:
+    case SF_FORMAT_PCM_16:
+    case SF_FORMAT_PCM_24:
+    case SF_FORMAT_PCM_32:
+    case SF_FORMAT_ALAC_16:
+    case SF_FORMAT_ALAC_20:
+    case SF_FORMAT_ALAC_24:
+    case SF_FORMAT_ALAC_32:
+        return true;
+    default:
+        return false;
+    }
 }
 
 void removeFile(const std::string& path) {
@@ -38,7 +52,7 @@ void removeFile(const std::string& path) {
     std::filesystem::remove(programs::nativePath(path), ignored);
 }
 
-// Integers travel as left-aligned 32-bit words and floats as doubles: neither loses a bit on the way.
+// Integers travel as left-aligned 32-bit words and all else as doubles: neither loses a bit on the way.
 // The number of frames, or nothing when a read or a write failed.
 template <class Sample>
 std::optional<sf_count_t> copyFrames(SNDFILE* from, SNDFILE* to, int channels,
@@ -104,10 +118,10 @@ bool convertSound(const std::string& source, const std::string& target, const So
     }
     // A peak above full scale has to clip, not wrap around.
     sf_command(to.get(), SFC_SET_CLIPPING, nullptr, SF_TRUE);
-    const bool floats = isFloat(sourceInfo.format) || isFloat(wanted.format);
+    const bool integers = isInteger(sourceInfo.format) && isInteger(wanted.format);
     const std::optional<sf_count_t> copied =
-        floats ? copyFrames<double>(from.get(), to.get(), wanted.channels, sf_readf_double, sf_writef_double)
-               : copyFrames<int>(from.get(), to.get(), wanted.channels, sf_readf_int, sf_writef_int);
+        integers ? copyFrames<int>(from.get(), to.get(), wanted.channels, sf_readf_int, sf_writef_int)
+                 : copyFrames<double>(from.get(), to.get(), wanted.channels, sf_readf_double, sf_writef_double);
     const bool closed = sf_close(to.release()) == 0;
     if (!copied || !closed) {
         *problem = "the frames could not be converted";

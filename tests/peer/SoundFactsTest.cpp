@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <sndfile.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <vector>
@@ -98,6 +99,42 @@ TEST_F(SoundFactsTest, FloatsAboveFullScaleAreClippedNotWrapped) {
     wanted.format = SF_FORMAT_WAV | SF_FORMAT_PCM_16;
     ASSERT_TRUE(convertSound(path("e.wav"), path("f.wav"), wanted, &problem_)) << problem_;
     EXPECT_EQ((std::vector<int>{0x7fff0000, static_cast<int>(0x80000000u), 0x40000000}), read(path("f.wav")));
+}
+
+// Coded with loss, a full square wave comes back with peaks on both sides of full scale.
+TEST_F(SoundFactsTest, PeaksOfALossyFormatAreClippedNotWrapped) {
+    constexpr int kFrames = 8192;
+    constexpr int kHalfWave = 200;
+    std::vector<double> wave(kFrames);
+    for (int i = 0; i < kFrames; ++i) {
+        wave[static_cast<std::size_t>(i)] = i / kHalfWave % 2 == 0 ? 1.0 : -1.0;
+    }
+    SF_INFO info = {};
+    info.samplerate = 44100;
+    info.channels = 1;
+    info.format = SF_FORMAT_OGG | SF_FORMAT_VORBIS;
+    SNDFILE* file = sf_open(path("k.ogg").c_str(), SFM_WRITE, &info);
+    ASSERT_NE(nullptr, file) << sf_strerror(nullptr);
+    ASSERT_EQ(kFrames, sf_write_double(file, wave.data(), kFrames));
+    sf_close(file);
+    std::vector<double> decoded(kFrames);
+    file = sf_open(path("k.ogg").c_str(), SFM_READ, &info);
+    ASSERT_NE(nullptr, file);
+    ASSERT_EQ(kFrames, sf_read_double(file, decoded.data(), kFrames));
+    sf_close(file);
+    ASSERT_LT(1.0, *std::max_element(decoded.begin(), decoded.end()));
+    ASSERT_GT(-1.0, *std::min_element(decoded.begin(), decoded.end()));
+
+    SoundFacts wanted;
+    wanted.rate = 44100;
+    wanted.channels = 1;
+    wanted.format = SF_FORMAT_WAV | SF_FORMAT_PCM_16;
+    ASSERT_TRUE(convertSound(path("k.ogg"), path("l.wav"), wanted, &problem_)) << problem_;
+    const std::vector<int> converted = read(path("l.wav"));
+    ASSERT_EQ(decoded.size(), converted.size());
+    for (std::size_t i = 0; i < converted.size(); ++i) {
+        EXPECT_NEAR(std::clamp(decoded[i], -1.0, 1.0), converted[i] / 2147483648.0, 1.0 / 16384) << i;
+    }
 }
 
 TEST_F(SoundFactsTest, AnImpossibleTargetLeavesNothingBehind) {
