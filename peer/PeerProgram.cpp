@@ -65,17 +65,17 @@ int PeerProgram::handOver(const std::vector<std::string>& files) {
         say("another tesx-peer of this user runs already; this one has nothing to do");
         return 0;
     }
-    for (const std::string& file : files) {
-        switch (handOver_.handOver(file, kHandOverMs)) {
+    for (auto file = files.begin(); file != files.end(); ++file) {
+        switch (handOver_.handOver(*file, kHandOverMs)) {
         case HandOver::Outcome::Taken:
-            say("handed to the tesx-peer that runs already: " + file);
+            say("handed to the tesx-peer that runs already: " + *file);
             break;
         case HandOver::Outcome::NobodyTookIt:
-            say("cannot hand over " + file + ": another tesx-peer holds " + ownFolder() +
+            say("cannot hand over " + *file + ": another tesx-peer holds " + ownFolder() +
                 "/live and doesn't answer; end it and try again");
             return 1;
         case HandOver::Outcome::BecameLive:
-            return run({file});
+            return run(std::vector<std::string>(file, files.end()));
         }
     }
     return 0;

@@ -5,6 +5,8 @@
 #include "foundation/messages/FIdleTimer.h"
 #include "link/LinkSocket.h"
 #include "link/WireMessage.h"
+#include "peer/HandOver.h"
+#include "platform/TemporaryFolder.h"
 #include "platform/ThreadTimer.h"
 #include "support/Eventually.h"
 #include "support/HelperProcess.h"
@@ -12,6 +14,10 @@
 
 #include <gtest/gtest.h>
 #include <sndfile.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <memory>
 
 namespace tessera::peer {
 namespace {
@@ -205,6 +211,26 @@ TEST_F(PeerProcessTest, ASecondStartHandsItsFileToTheFirst) {
     EXPECT_TRUE(hearsLine(second, "handed to the tesx-peer that runs already"));
     EXPECT_EQ(0, second.finish());
     EXPECT_EQ(writeMessage({"finishedFileEdit", file}), host.hear());
+}
+
+TEST_F(PeerProcessTest, ASecondStartThatTakesThePlaceOfTheFirstEditsAllItsFiles) {
+    const std::string one = writeSound("a.wav", {5, 6});
+    const std::string two = writeSound("b.wav", {7, 8});
+    const std::string folder = platform::temporaryFolder() + "/Marlgrove/TesxPeer";
+    auto first = std::make_unique<HandOver>(folder);
+    ASSERT_TRUE(first->tryBecomeLive());
+    PlayedHost host;
+    HelperProcess second(TESX_PEER, {"--editor", kReverse, one, two});
+    const auto hasLetter = [&] {
+        const std::filesystem::directory_iterator entries(testing_support::pathOfUtf8(folder));
+        return std::any_of(begin(entries), end(entries),
+                           [](const auto& entry) { return entry.path().extension() == ".open"; });
+    };
+    ASSERT_TRUE(eventually(hasLetter));
+    first.reset();
+    ASSERT_TRUE(host.waitForGreeting());
+    EXPECT_EQ(writeMessage({"finishedFileEdit", one}), host.hear());
+    EXPECT_EQ(writeMessage({"finishedFileEdit", two}), host.hear());
 }
 
 // What the second start is given is told from its own folder.
