@@ -175,6 +175,49 @@ const KnownVolume* knownVolume(platform::VolumeKind native) {
     return nullptr;
 }
 
+// Other names for a link. The entries themselves are asked for: a link to a folder, or to nowhere, has its name too.
+class LinkNames final : public ICandidateChecker {
+public:
+    explicit LinkNames(const FNPath& link) : link_(link) { link.getExtension(extension_); }
+
+    bool isValid(const FStringRef& candidate) override {
+        return std::u16string_view(PathText(pathFor(candidate))).size() < kPathBufferLength;
+    }
+    bool isTaken(const FStringRef& candidate) override {
+        std::int32_t ignored = 0;
+        return platform::fileStatus(PathText(pathFor(candidate)), ignored).has_value();
+    }
+
+    FNPath pathFor(const FStringRef& candidate) const {
+        FString name(candidate);
+        name.append(".");
+        name.append(extension_);
+        FNPath path(link_);
+        path.setName(name);
+        return path;
+    }
+
+private:
+    const FNPath& link_;
+    FString extension_;
+};
+
+bool giveUnusedName(FNPath& link) {
+    FString base;
+    link.getBaseName(base, false);
+    if (base.isEmpty()) {
+        base = "file";
+    }
+    LinkNames names(link);
+    FFastNamer namer;
+    FString name;
+    if (!namer.makeName(base, kLinkExtension, names, name)) {
+        return false;
+    }
+    link.setName(names.pathFor(name).getName());
+    return true;
+}
+
 // The path object goes along as a copy: the caller's may stand on the stack.
 void addPath(FMessage& message, const char* key, const FPath& path) {
     const auto copy = FRefPtr<CmObject>::adopt(path.clone());
@@ -560,14 +603,8 @@ bool FNFileSystem::createLink(FPath& path, const FPath& target) {
         link.setName(name);
     }
     std::int32_t error = 0;
-    // The link itself counts as taken, even when it leads nowhere.
-    if (platform::fileStatus(PathText(link), error)) {
-        FFastNamer namer;
-        if (!link.makeUnique(namer)) {
-            return false;
-        }
-    }
-    if (!platform::createLink(PathText(link), PathText(target), error)) {
+    const bool isTaken = platform::fileStatus(PathText(link), error).has_value();
+    if ((isTaken && !giveUnusedName(link)) || !platform::createLink(PathText(link), PathText(target), error)) {
         return false;
     }
     link.setKind(PathKind::unknown);

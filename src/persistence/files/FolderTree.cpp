@@ -71,7 +71,9 @@ bool emptyFolder(platform::Folder& folder, FolderDepth depth, std::int32_t& erro
             return false;
         }
     }
-    return true;
+    // What the list lacks is still there.
+    error = folder.error();
+    return error == 0;
 }
 
 bool deleteTree(platform::Folder& parent, std::u16string_view name, std::int32_t& error) {

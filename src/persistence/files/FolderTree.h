@@ -22,7 +22,7 @@ enum class FolderDepth { thisFolder, wholeTree };
 // What can't be entered counts as an empty folder.
 void countFolder(platform::Folder& folder, FolderDepth depth, FolderCount& count);
 
-// Stops at the first entry that can't be deleted.
+// Stops at the first entry that can't be deleted. False also when something in it can't be asked, or has no path form.
 bool emptyFolder(platform::Folder& folder, FolderDepth depth, std::int32_t& error);
 
 // The folder of that name in `parent`, with all that it holds.

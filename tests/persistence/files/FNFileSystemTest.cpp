@@ -310,6 +310,16 @@ TEST_F(FNFileSystemTest, ContentIsDeletedWithOrWithoutSubFolders) {
     EXPECT_FALSE(files_.deleteFolderContent(folder("missing"), true));
 }
 
+TEST_F(FNFileSystemTest, ContentThatHasNoPathFormIsSaidToBeLeft) {
+    if (const char* reason = whyNoOddNames()) {
+        GTEST_SKIP() << reason;
+    }
+    scratch_.write("folder/back\\slash.txt", "x");
+    EXPECT_FALSE(files_.deleteFolderContent(folder("folder"), false));
+    EXPECT_FALSE(files_.deleteFolderContent(folder("folder"), true));
+    EXPECT_EQ(scratch_.read("folder/back\\slash.txt"), "x");
+}
+
 // Names.
 
 TEST_F(FNFileSystemTest, RenamingGivesTheFileAndThePathTheNewName) {
@@ -736,6 +746,23 @@ TEST_F(FNFileSystemTest, ALinkNeverTakesANameThatIsThere) {
     FNPath second = path("link");
     EXPECT_TRUE(files_.createLink(second, path("target")));
     EXPECT_EQ(utf8Of(second.getName()), "link-02.lnk");
+}
+
+TEST_F(FNFileSystemTest, AnyNumberOfLinksLeadToAFolderOrToNowhere) {
+    fs::create_directory(scratch_ / "folder");
+    scratch_.write("nowhere", "");
+    for (const char* name : {"link.lnk", "link-01.lnk", "link-02.lnk", "link-03.lnk", "link-04.lnk"}) {
+        FNPath link = path("link");
+        EXPECT_TRUE(files_.createLink(link, folder("folder")));
+        EXPECT_EQ(utf8Of(link.getName()), name);
+    }
+    for (const char* name : {"Link 1.0.LNK", "Link 1.0-01.LNK", "Link 1.0-02.LNK", "Link 1.0-03.LNK"}) {
+        FNPath link = path("Link 1.0.LNK");
+        scratch_.write("nowhere", "");
+        EXPECT_TRUE(files_.createLink(link, path("nowhere")));
+        EXPECT_EQ(utf8Of(link.getName()), name);
+        fs::remove(scratch_ / "nowhere");
+    }
 }
 
 TEST_F(FNFileSystemTest, OnlyLinksWithTheExtensionAreResolved) {
