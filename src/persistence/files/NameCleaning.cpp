@@ -1,6 +1,7 @@
 #include "persistence/files/NameCleaning.h"
 
 #include "foundation/text/FString.h"
+#include "persistence/paths/PathText.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -16,6 +17,13 @@ constexpr std::u16string_view kForbiddenInNames = u"\\*?/:<>|\"\t\n\r";
 constexpr std::u16string_view kForbiddenInPaths = u"?*/\"<>|:";
 constexpr std::u16string_view kPathStandIns = u"Sx______";
 static_assert(kForbiddenInPaths.size() == kPathStandIns.size());
+
+// Of bytes that mean nothing each stands for itself: what can't stand in a name goes from such a text, too.
+void widen(FString& text) {
+    if (!text.toWide() && !text.isEmpty()) {
+        text = pathtext::stringOf(pathtext::charactersOfBytes(text));
+    }
+}
 
 bool isControl(char16_t c) {
     return c < 0x20 || c == 0x7f;
@@ -64,7 +72,7 @@ char16_t pathStandIn(char16_t c, char16_t replacement, bool& colonSeen) {
 
 bool cleanName(FString& text, char16_t replacement, ControlCharacters controls) {
     // Widened first: a cut of bytes could leave half a character.
-    text.toWide();
+    widen(text);
     bool changed = controls == ControlCharacters::drop && dropControls(text);
     changed |= cutToLongest(text);
     const char16_t standIn = replacement != 0 ? replacement : u'_';
@@ -78,7 +86,7 @@ bool cleanName(FString& text, char16_t replacement, ControlCharacters controls) 
 }
 
 bool cleanPath(FString& text, char16_t replacement) {
-    text.toWide();
+    widen(text);
     bool changed = false;
     bool colonSeen = false;
     for (std::int32_t i = 0; i < text.length(); ++i) {

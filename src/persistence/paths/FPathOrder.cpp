@@ -35,8 +35,7 @@ private:
         if (!pathtext::isMeaningless(text)) {
             return pathtext::viewOf(text);
         }
-        const auto* first = reinterpret_cast<const unsigned char*>(text.text8());
-        bytes.assign(first, first + text.length());
+        bytes = pathtext::charactersOfBytes(text);
         return bytes;
     }
 

@@ -21,6 +21,12 @@ inline bool isMeaningless(const FString& text) {
     return !text.isEmpty() && viewOf(text).empty();
 }
 
+// A character for each byte of 8-bit text, as in Latin-1: for what has to tell apart, or to show, even such bytes.
+inline std::u16string charactersOfBytes(const FString& text) {
+    const auto* first = reinterpret_cast<const unsigned char*>(text.text8());
+    return std::u16string(first, first + text.length());
+}
+
 inline std::u16string wideText(const FStringRef& text) {
     return std::u16string(viewOf(FString(text)));
 }

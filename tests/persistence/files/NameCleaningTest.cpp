@@ -87,6 +87,19 @@ TEST(NameCleaning, ACutLeavesNoHalfCharacter) {
     EXPECT_EQ(text.length(), 259);
 }
 
+TEST(NameCleaning, BytesThatMeanNothingDontHideWhatHasToGo) {
+    // Where all bytes mean something these stand for the same characters.
+    for (const ControlCharacters controls : {ControlCharacters::keep, ControlCharacters::drop}) {
+        FString name("a/b\xE4\x81");
+        EXPECT_TRUE(cleanName(name, 0, controls));
+        EXPECT_EQ(name.length(), 5);
+        EXPECT_EQ(utf8Of(name).substr(0, 5), "a_b\xC3\xA4");
+    }
+    FString path("C:\\a?b\xE4:");
+    EXPECT_TRUE(cleanPath(path, 0));
+    EXPECT_EQ(utf8Of(path), "C:\\aSb\xC3\xA4_");
+}
+
 TEST(NameCleaning, ALabelKeepsItsFirstCapital) {
     const auto folded = [](const char* label) {
         FString text = wideText(label);
