@@ -22,6 +22,7 @@ constexpr const char* kOwnGroup = "FGlobalDefaultPool";
 constexpr const char* kExtractedKey = "Preferences extraced";
 constexpr const char* kBackupSuffix = " (Backup)";
 constexpr const char* kTrashedSuffix = " (Trashed)";
+constexpr const char* kNewSuffix = " (New)";
 
 FString& baseName() {
     static FString name("Defaults");
@@ -214,19 +215,39 @@ bool FGlobalDefaultPool::saveOneFile() {
 bool FGlobalDefaultPool::saveSplitFiles() {
     const FNPath folder = userPath(baseName(), PathKind::folder);
     FFileSystem* files = FFileSystem::getInstance();
-    if (files == nullptr || !isPlaced(folder) || !files->createFolder(folder)) {
+    if (files == nullptr || !isPlaced(folder)) {
         return false;
     }
-    bool complete = saveGroups(folder);
+    const bool moves = fileIsThere(userFile(baseName())) && !folderIsThere(folder);
+    if (moves ? !moveToFolder(folder) : !files->createFolder(folder)) {
+        return false;
+    }
+    const bool complete = moves || saveFolder(folder);
     deleteRemovedGroups(folder);
     // It may hold what couldn't be written now.
     if (complete) {
         deleteIfThere(userFile(baseName()));
     }
-    if (hasAutoSavers()) {
-        complete = saveAutoSaverFile(folder) && complete;
-    }
     return complete;
+}
+
+// From the one file. Once there is a folder that file isn't read any more, so the folder gets its name as a whole.
+bool FGlobalDefaultPool::moveToFolder(const FNPath& folder) {
+    const FNPath fresh = userPath(nameWith(kNewSuffix), PathKind::folder);
+    FFileSystem* files = FFileSystem::getInstance();
+    if ((files->folderExists(fresh) && !files->deleteFolder(fresh)) || !files->createFolder(fresh)) {
+        return false;
+    }
+    const bool moved = saveFolder(fresh) && moveEntry(fresh, folder);
+    if (!moved) {
+        files->deleteFolder(fresh);
+    }
+    return moved;
+}
+
+bool FGlobalDefaultPool::saveFolder(const FNPath& folder) {
+    const bool complete = saveGroups(folder);
+    return (!hasAutoSavers() || saveAutoSaverFile(folder)) && complete;
 }
 
 bool FGlobalDefaultPool::saveGroups(const FNPath& folder) {

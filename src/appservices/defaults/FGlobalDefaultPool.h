@@ -6,7 +6,8 @@
 //              leaves the old file or the new one whole (see FObjectFiles).
 //   split      a folder "Defaults" with a file for each group, named by the digest of the group's name, read when the
 //              group is first asked for, and "AutoSaver.xml". Each file is written in place: after a save that breaks
-//              off, one of them may be damaged, and its group is empty then.
+//              off, one of them may be damaged, and its group is empty then. Where there is the one file alone, the
+//              first save makes the folder whole beside it, as "Defaults (New)", or leaves the file as it is.
 //
 // The life of the settings: load(), then register auto-savers, then restore(), which hands out what was loaded; from
 // then on save() works. Where the files are found damaged, or a program didn't get through its start, its owner may
@@ -55,7 +56,8 @@ public:
     // Hands the auto-savers what was loaded for them, and runs the restore callbacks.
     void restore();
     // Nothing, and false, before restore(). With yes the save callbacks run first. The save gate's no is true, and
-    // nothing is written. False when something can't be written; what can be is.
+    // nothing is written. False when something can't be written; what can be is, unless that was the one file or its
+    // move to the folder.
     bool save(RunSavers runSavers);
 
     // Whether restore() has been called.
@@ -87,6 +89,8 @@ private:
     bool loadSplitFiles();
     bool saveOneFile();
     bool saveSplitFiles();
+    bool moveToFolder(const FNPath& folder);
+    bool saveFolder(const FNPath& folder);
     bool saveGroups(const FNPath& folder);
     bool saveGroup(const FNPath& folder, std::string_view name, const FDefaults& group);
     void deleteRemovedGroups(const FNPath& folder);

@@ -1,5 +1,5 @@
-// Every system call of a save fails in turn, on the way from the one file to a file for each group: the settings are
-// whole in one of the two forms.
+// Every system call fails in turn: of a save on the way from the one file to a file for each group, after which the
+// next run finds the settings whole, and of reading a group's file, which stays.
 #include "DefaultsFixture.h"
 #include "support/FailingCalls.h"
 
@@ -45,7 +45,7 @@ protected:
     }
 };
 
-TEST_F(DefaultsFaults, WhateverStepFailsTheSettingsAreWholeInOneForm) {
+TEST_F(DefaultsFaults, WhateverStepFailsTheNextRunFindsTheSettingsWhole) {
     int calls = 1;
     int refused = 0;
     for (int call = 0; call <= calls; ++call) {
@@ -56,14 +56,35 @@ TEST_F(DefaultsFaults, WhateverStepFailsTheSettingsAreWholeInOneForm) {
         const int count = FailingCalls::disarm();
         calls = call == 0 ? count : calls;
         SCOPED_TRACE("call " + std::to_string(call) + " failed: " + FailingCalls::failed());
-        EXPECT_TRUE(saved ? isWhole(Files::split) : user_.has("Defaults.xml") && isWhole(Files::one));
-        EXPECT_TRUE(pool->save(RunSavers::no)) << "the next one is well";
         EXPECT_TRUE(isWhole(Files::split));
-        EXPECT_FALSE(user_.has("Defaults.xml"));
+        EXPECT_TRUE(saved || (user_.has("Defaults.xml") && isWhole(Files::one)));
+        // In turn the same program's and the next one's.
+        EXPECT_TRUE((call % 2 == 0 ? pool : startedPool(Files::split))->save(RunSavers::no)) << "the next one is well";
+        EXPECT_TRUE(isWhole(Files::split));
+        EXPECT_EQ(user_.entryCount(), 1u) << "the folder";
         refused += saved ? 0 : 1;
     }
     EXPECT_GT(calls, 3 * kGroups);
     EXPECT_GT(refused, kGroups);
+}
+
+TEST_F(DefaultsFaults, AGroupWhoseFileCouldntBeReadKeepsIt) {
+    beginWithOneFile();
+    ASSERT_TRUE(startedPool(Files::split)->save(RunSavers::no));
+    int calls = 1;
+    int unread = 0;
+    for (int call = 0; call <= calls; ++call) {
+        const auto pool = startedPool(Files::split);
+        FailingCalls::arm(call, EMFILE);
+        const bool read = intOf(*pool, groupName(1).c_str(), "number") == 1;
+        const int count = FailingCalls::disarm();
+        calls = call == 0 ? count : calls;
+        SCOPED_TRACE("call " + std::to_string(call) + " failed: " + FailingCalls::failed());
+        EXPECT_TRUE(pool->save(RunSavers::no));
+        EXPECT_TRUE(isWhole(Files::split));
+        unread += read ? 0 : 1;
+    }
+    EXPECT_GT(unread, 0);
 }
 
 } // namespace

@@ -112,5 +112,26 @@ TEST_F(DefaultsPowerCut, OfSplitFilesOneAtMostIsDamaged) {
     EXPECT_GT(damaged, 0u) << "written in place, as it is meant";
 }
 
+TEST_F(DefaultsPowerCut, OnTheWayToSplitFilesTheSettingsAreTheOldOrTheNewOnesAsAWhole) {
+    ASSERT_EQ(run("one", 1, 0).substr(0, 5), "saved");
+    const std::string oneFile = user_.read("Defaults.xml");
+    const int calls = countCalls("split", 1);
+    ASSERT_GT(calls, 3 * kGroups);
+    int old = 0;
+    for (int call = 1; call <= calls; ++call) {
+        SCOPED_TRACE("cut at call " + std::to_string(call));
+        std::filesystem::remove_all(user_ / "Defaults");
+        user_.write("Defaults.xml", oneFile);
+        ASSERT_EQ(run("split", 2, call), "(end)");
+        const auto numbers = numbersOf(Files::split);
+        EXPECT_TRUE(numbers == all(1) || numbers == all(2));
+        old += numbers == all(1) ? 1 : 0;
+        ASSERT_TRUE(startedPool(Files::split)->save(RunSavers::no)) << "and the next one is well";
+        EXPECT_EQ(numbersOf(Files::split), numbers);
+        EXPECT_EQ(user_.entryCount(), 1u);
+    }
+    EXPECT_GT(old, kGroups);
+}
+
 } // namespace
 } // namespace tessera::test

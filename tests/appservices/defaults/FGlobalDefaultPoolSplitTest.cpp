@@ -308,6 +308,58 @@ TEST_F(FGlobalDefaultPoolSplit, KeepsTheOneFileUntilAllIsWritten) {
     EXPECT_FALSE(user_.has("Defaults.xml"));
 }
 
+TEST_F(FGlobalDefaultPoolSplit, AnUnfinishedMoveToTheFolderBeginsAnew) {
+    {
+        AutoSaverDouble saver("Saver", 5);
+        const auto pool = startedPool(Files::one);
+        pool->setInt("x", "key", 1);
+        pool->setInt("y", "key", 2);
+        pool->registerAutoSaver(&saver);
+        EXPECT_TRUE(save(*pool));
+    }
+    // What a process has left that was ended in the middle.
+    user_.write("Defaults (New)/" + std::string(groupFileName("y").text8()) + ".xml", "half a fi");
+    user_.write("Defaults (New)/of an earlier one", "");
+    AutoSaverDouble saver("Saver");
+    const auto pool = newPool(Files::split);
+    pool->registerAutoSaver(&saver);
+    EXPECT_TRUE(pool->load());
+    pool->restore();
+    EXPECT_TRUE(save(*pool));
+    EXPECT_EQ(user_.entryCount(), 1u);
+    EXPECT_FALSE(user_.has("Defaults/of an earlier one"));
+    const auto next = started();
+    EXPECT_EQ(intOf(*next, "x", "key"), 1);
+    EXPECT_EQ(intOf(*next, "y", "key"), 2);
+    EXPECT_TRUE(user_.has("Defaults/AutoSaver.xml"));
+}
+
+TEST_F(FGlobalDefaultPoolSplit, AMoveToTheFolderThatFailsLeavesTheOneFileToTheNextRun) {
+    {
+        const auto pool = startedPool(Files::one);
+        pool->setInt("x", "key", 1);
+        pool->setInt("y", "key", 2);
+        EXPECT_TRUE(save(*pool));
+    }
+    {
+        const auto pool = started();
+        pool->removeGroup("y");
+        user_.write("Defaults", "a file of that name");
+        EXPECT_FALSE(save(*pool));
+        EXPECT_EQ(pool->getLastError(), 1);
+        EXPECT_FALSE(user_.has("Defaults (New)"));
+        EXPECT_TRUE(user_.has("Defaults.xml"));
+        std::filesystem::remove(user_ / "Defaults");
+        EXPECT_EQ(intOf(*started(), "y", "key"), 2) << "nothing has been saved";
+        EXPECT_TRUE(pool->load());
+        EXPECT_EQ(pool->getGroup("y", 0, kLeft), nullptr) << "it counts as removed until a save gets through";
+        EXPECT_TRUE(save(*pool));
+    }
+    EXPECT_EQ(user_.entryCount(), 1u);
+    EXPECT_EQ(intOf(*started(), "x", "key"), 1);
+    EXPECT_EQ(intOf(*started(), "y", "key"), -99);
+}
+
 TEST_F(FGlobalDefaultPoolSplit, SavesNothingBeforeItIsRestored) {
     const auto pool = newPool(Files::split);
     pool->setInt("x", "key", 1);
