@@ -125,13 +125,17 @@ bool FDefaultPool::initObject(const char* group, const FStringRef& key, CmObject
 }
 
 void FDefaultPool::registerAutoSaver(CmObject* object) {
-    if (object != nullptr && std::find(autoSavers_.begin(), autoSavers_.end(), object) == autoSavers_.end()) {
+    if (object != nullptr && !isAutoSaver(object)) {
         autoSavers_.push_back(object);
     }
 }
 
 void FDefaultPool::unregisterAutoSaver(CmObject* object) {
     std::erase(autoSavers_, object);
+}
+
+bool FDefaultPool::isAutoSaver(const CmObject* object) const {
+    return std::find(autoSavers_.begin(), autoSavers_.end(), object) != autoSavers_.end();
 }
 
 void FDefaultPool::removeGroup(const char* name) {
@@ -173,10 +177,13 @@ bool FDefaultPool::restoreAttributes(FAttributes& attributes) {
 }
 
 bool FDefaultPool::storeAutoSavers(FAttributes& attributes) const {
-    for (const CmObject* saver : autoSavers_) {
+    // A saver may register further ones, or take others out, while it is stored.
+    const std::vector<CmObject*> savers = autoSavers_;
+    for (CmObject* saver : savers) {
         auto tree = FRefPtr<FAttributes>::adopt(new FAttributes);
-        if (saver->storeAttributes(*tree) && !attributes.setObject(saver->getClassName(), tree.detach(),
-                                                                   AttributeHolding::owned, AttributeFlags::kAppend)) {
+        if (isAutoSaver(saver) && saver->storeAttributes(*tree) &&
+            !attributes.setObject(saver->getClassName(), tree.detach(), AttributeHolding::owned,
+                                  AttributeFlags::kAppend)) {
             return false;
         }
     }
@@ -196,8 +203,7 @@ void FDefaultPool::restoreAutoSavers() {
     const std::vector<CmObject*> savers = autoSavers_;
     for (CmObject* saver : savers) {
         FAttributes* tree = data->getTree(saver->getClassName());
-        const bool present = std::find(autoSavers_.begin(), autoSavers_.end(), saver) != autoSavers_.end();
-        if (tree != nullptr && present) {
+        if (tree != nullptr && isAutoSaver(saver)) {
             saver->restoreAttributes(*tree);
         }
     }

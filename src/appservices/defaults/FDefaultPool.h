@@ -80,6 +80,7 @@ protected:
 private:
     FDefaults* enter(std::string_view name, FRefPtr<FDefaults> group);
     void drop(const std::string& name);
+    bool isAutoSaver(const CmObject* object) const;
     FDefaults* valuesOf(const char* group) { return getGroup(group, FDefaults::kNoVersion, Missing::made); }
 
     GroupTable groups_;

@@ -52,10 +52,11 @@ bool GroupTable::remove(std::string_view name) {
     if (*found == nullptr) {
         return false;
     }
-    const std::unique_ptr<Entry> entry(std::exchange(*found, (*found)->chain));
+    std::unique_ptr<Entry> entry(std::exchange(*found, (*found)->chain));
     (entry->previous != nullptr ? entry->previous->next : first_) = entry->next;
     (entry->next != nullptr ? entry->next->previous : last_) = entry->previous;
     --count_;
+    dispose(std::move(entry));
     return true;
 }
 
@@ -66,7 +67,21 @@ void GroupTable::clear() {
     count_ = 0;
     buckets_.assign(kFirstBuckets, nullptr);
     while (entry != nullptr) {
-        const std::unique_ptr<Entry> gone(std::exchange(entry, entry->next));
+        dispose(std::unique_ptr<Entry>(std::exchange(entry, entry->next)));
+    }
+}
+
+void GroupTable::dispose(std::unique_ptr<Entry> entry) {
+    if (walks_ != 0) {
+        entry->isRemoved = true;
+        removed_.push_back(std::move(entry));
+    }
+}
+
+GroupTable::Walk::~Walk() {
+    if (--table_.walks_ == 0) {
+        // Taken out first: a group's objects may ask for settings while they go.
+        const auto gone = std::exchange(table_.removed_, {});
     }
 }
 

@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <list>
 #include <map>
 #include <string>
 #include <vector>
@@ -316,6 +317,37 @@ TEST(FDefaultPool, AutoSaversAreStoredUnderTheirNames) {
         pool.unregisterAutoSaver(saver);
     }
     EXPECT_EQ(treeOf(pool)->find("AutoSavers"), nullptr);
+}
+
+TEST(FDefaultPool, SaversMayComeAndGoWhileTheyAreStored) {
+    FDefaultPool pool;
+    class First final : public AutoSaverDouble {
+    public:
+        First(FDefaultPool& pool, CmObject& leaving) : AutoSaverDouble("First", 1), pool_(pool), leaving_(leaving) {}
+        bool storeAttributes(FAttributes& attributes) const override {
+            pool_.unregisterAutoSaver(&leaving_);
+            // More than the list has room for.
+            for (int i = 0; i < 100; ++i) {
+                pool_.registerAutoSaver(&coming_.emplace_back("Coming"));
+            }
+            return AutoSaverDouble::storeAttributes(attributes);
+        }
+
+    private:
+        FDefaultPool& pool_;
+        CmObject& leaving_;
+        mutable std::list<AutoSaverDouble> coming_;
+    };
+    AutoSaverDouble second("Second", 2);
+    AutoSaverDouble third("Third", 3);
+    First first(pool, second);
+    for (AutoSaverDouble* saver : std::initializer_list<AutoSaverDouble*>{&first, &second, &third}) {
+        pool.registerAutoSaver(saver);
+    }
+    EXPECT_EQ(treeOf(pool)->getTree("AutoSavers")->getCount(), 2);
+    EXPECT_EQ(first.stored, 1);
+    EXPECT_EQ(second.stored, 0);
+    EXPECT_EQ(third.stored, 1);
 }
 
 TEST(FDefaultPool, AutoSaversGetTheirStateOnce) {

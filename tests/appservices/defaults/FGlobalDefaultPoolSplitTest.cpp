@@ -4,6 +4,7 @@
 #include "AutoSaverDouble.h"
 #include "DefaultsFixture.h"
 #include "appservices/defaults/GroupFileName.h"
+#include "foundation/containers/CmString.h"
 
 #include <algorithm>
 
@@ -358,6 +359,31 @@ TEST_F(FGlobalDefaultPoolSplit, AMoveToTheFolderThatFailsLeavesTheOneFileToTheNe
     EXPECT_EQ(user_.entryCount(), 1u);
     EXPECT_EQ(intOf(*started(), "x", "key"), 1);
     EXPECT_EQ(intOf(*started(), "y", "key"), -99);
+}
+
+TEST_F(FGlobalDefaultPoolSplit, AnObjectMayRemoveGroupsWhileItIsSaved) {
+    class Remover final : public CmString {
+    public:
+        explicit Remover(FDefaultPool& pool) : pool_(pool) {}
+        bool storeAttributes(FAttributes& attributes) const override {
+            pool_.removeGroup("own");
+            pool_.removeGroup("next");
+            return CmString::storeAttributes(attributes);
+        }
+
+    private:
+        FDefaultPool& pool_;
+    };
+    earlierRun({"own", "next", "last"});
+    const auto pool = started();
+    pool->setObject("own", "object", FRefPtr<CmObject>::adopt(new Remover(*pool)).get());
+    pool->setInt("next", "key", 2);
+    pool->setInt("last", "key", 2);
+    EXPECT_TRUE(save(*pool));
+    EXPECT_EQ(pool->getGroupCount(), 1u);
+    EXPECT_FALSE(user_.has(fileOf("own")));
+    EXPECT_FALSE(user_.has(fileOf("next")));
+    EXPECT_EQ(intOf(*started(), "last", "key"), 2);
 }
 
 TEST_F(FGlobalDefaultPoolSplit, SavesNothingBeforeItIsRestored) {

@@ -95,5 +95,45 @@ TEST(GroupTable, StopsTheWalkAtAFalse) {
     EXPECT_EQ(seen, "ab");
 }
 
+TEST(GroupTable, WhatIsRemovedDuringAWalkIsPassedOver) {
+    GroupTable table;
+    for (const char* name : {"a", "b", "c", "d", "e"}) {
+        table.add(name, newGroup(name));
+    }
+    std::string seen;
+    EXPECT_TRUE(table.forEach([&](std::string_view name, const FDefaults& group) {
+        if (name == "b") {
+            // Itself, one that has been, and those ahead.
+            for (const char* other : {"b", "a", "c", "d"}) {
+                EXPECT_TRUE(table.remove(other));
+            }
+            table.add("f", newGroup("f"));
+        }
+        EXPECT_TRUE(group.getGroupName() == FString(name.data(), static_cast<std::int32_t>(name.size())));
+        seen += name;
+        return true;
+    }));
+    EXPECT_EQ(seen, "abef");
+    EXPECT_EQ(namesOf(table), "ef");
+    EXPECT_EQ(table.size(), 2u);
+}
+
+TEST(GroupTable, IsClearedDuringAWalk) {
+    GroupTable table;
+    const FRefPtr<FDefaults> group = newGroup("a");
+    table.add("a", group);
+    table.add("b", newGroup("b"));
+    std::string seen;
+    table.forEach([&](std::string_view name, const FDefaults&) {
+        table.clear();
+        // A walk within the walk.
+        EXPECT_EQ(namesOf(table), "");
+        seen += name;
+        return true;
+    });
+    EXPECT_EQ(seen, "a");
+    EXPECT_EQ(group->getReferenceCount(), 1u) << "gone with the walk";
+}
+
 } // namespace
 } // namespace tessera
