@@ -137,15 +137,17 @@ bool TranslationTable::reload(const FStringRef& code) {
     return complete;
 }
 
-// Reads the texts of the language in use, or of the file's first one, which is then the one in use.
+// Reads the texts of the language in use, or of the file's first one, English without any, which is then the one in
+// use.
 bool TranslationTable::readForLanguage() {
     bool complete = readTables();
     const bool isOffered = std::any_of(languages_.begin(), languages_.end(),
                                        [this](const Language& language) { return language.code == languageCode_; });
     if (!isOffered) {
-        languageCode_ =
-            languages_.empty() ? LanguageCode(LanguageTable::codeOf(LanguageTable::kEnglish)) : languages_.front().code;
-        if (!languages_.empty()) {
+        const LanguageCode wanted = std::exchange(
+            languageCode_, languages_.empty() ? LanguageCode(LanguageTable::codeOf(LanguageTable::kEnglish))
+                                              : languages_.front().code);
+        if (languageCode_ != wanted) {
             // The user has been told already what is wrong with the file.
             reportsErrors_ = false;
             complete = readTables();

@@ -113,6 +113,17 @@ TEST_F(TranslationTableTest, ALanguageThatTheFileDoesNotHaveGivesTheFirstOneThat
     EXPECT_EQ(LanguageTable::getInstance().userLanguage(), 2);
 }
 
+TEST_F(TranslationTableTest, AFileWithoutLanguagesIsReadInEnglish) {
+    folders_.user.write("lang.cfg", "de");
+    folders_.module.write("translation.xml", inStrings("<String Key='Open'><de>Auf</de></String>"
+                                                       "<String Key='Color'><de>Farbe</de><us>Colour</us></String>"));
+    EXPECT_TRUE(table_.load(false));
+    EXPECT_STREQ(table_.getLanguageCode(), "us");
+    EXPECT_EQ(textOf(u"Open"), u"(none)");
+    EXPECT_EQ(textOf(u"Color"), u"Colour");
+    EXPECT_EQ(LanguageTable::getInstance().userLanguage(), 0);
+}
+
 TEST_F(TranslationTableTest, WithoutFilesTheTextsAreEnglish) {
     LanguageTable::getInstance().setUserLanguage(1);
     EXPECT_FALSE(table_.load(false));
