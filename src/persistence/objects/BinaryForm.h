@@ -11,6 +11,10 @@
 // Values go in the stream's byte order. The ID of an object is its address while it is written; what was read and isn't
 // built keeps the ID, the class name and the tree that it came with. A reference that leads nowhere has the ID 0.
 // Attributes without a value, bare pointers and foreign interfaces aren't written.
+//
+// Several objects may have one ID, where documents were loaded into each other. An ID means the first of them that is
+// in the stream, so roots of that ID become that object, and what another one held isn't written for them. Where
+// another one stands in a tree it has its own record, and its own content.
 #pragma once
 
 #include <cstdint>

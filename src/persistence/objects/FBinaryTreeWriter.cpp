@@ -91,12 +91,15 @@ bool FBinaryTreeWriter::writeDocument(const FAttributes& objects, const FAttribu
 }
 
 bool FBinaryTreeWriter::writeObjectRoot(const FStringRef& name, CmObject& object) {
-    return writeText(name) && stream_.writeUInt64(idOf(object)) && (!isNew(object) || writeObjectRecord(object));
+    const std::uint64_t id = idOf(object);
+    return writeText(name) && stream_.writeUInt64(id) &&
+           (writtenIds_.contains(id) || (isNew(object) && writeObjectRecord(object)));
 }
 
 bool FBinaryTreeWriter::isNew(CmObject& object) {
     const bool added = written_.insert(&object).second;
     if (added) {
+        writtenIds_.insert(idOf(object));
         held_.emplace_back(&object);
     }
     return added;

@@ -6,6 +6,7 @@
 #include "foundation/object/FRefPtr.h"
 
 #include <cstdint>
+#include <set>
 #include <unordered_set>
 #include <vector>
 
@@ -49,6 +50,9 @@ private:
     FStream& stream_;
     int depth_ = 0;
     std::unordered_set<const CmObject*> written_;
+    // A root goes by its ID alone, since that is what a reader has. In order, since a table by hash could be made slow
+    // by a document that chose its IDs.
+    std::set<std::uint64_t> writtenIds_;
     // Held to the end: an object that was made for its owner's tree goes with that tree, and the next one must not get
     // its address, which is its ID.
     std::vector<FRefPtr<CmObject>> held_;

@@ -621,6 +621,33 @@ TEST(BinaryDocument, ARootOfAnUnknownClassHasNoObject) {
     EXPECT_EQ(reported.errors().size(), 1u);
 }
 
+TEST(BinaryDocument, RootsOfOneIDMeanTheFirstObject) {
+    const auto instance = [](std::int64_t number) {
+        auto* tree = new FAttributes;
+        tree->setInt("number", number);
+        return FRefPtr<FXmlInstance>::adopt(new FXmlInstance(7, "StoredNode", tree));
+    };
+    const auto first = instance(1);
+    const auto second = instance(2);
+    FAttributes objects;
+    objects.setObject("a", first.get());
+    objects.setObject("b", second.get());
+    auto* holder = new FAttributes;
+    holder->setObject("c", second.get());
+    FAttributes trees;
+    trees.setObject("tree", holder, AttributeHolding::owned);
+    const std::string bytes = writtenDocument(objects, trees);
+    EXPECT_EQ(bytes, u32(2) + text("a") + u64(7) + nodeRecord(7, 1) + text("b") + u64(7) + u32(1) + text("tree") +
+                         treeWith("c", 2, u16(20) + nodeRecord(7, 2)));
+    FAttributes readObjects;
+    FAttributes readTrees;
+    ASSERT_TRUE(readDocument(bytes, readObjects, readTrees));
+    EXPECT_EQ(static_cast<StoredNode*>(readObjects.getObject("b"))->number, 1);
+    EXPECT_EQ(readObjects.getObject("a"), readObjects.getObject("b"));
+    EXPECT_EQ(static_cast<StoredNode*>(readTrees.getTree("tree")->getObject("c"))->number, 2)
+        << "within a tree it stands for itself";
+}
+
 TEST(BinaryDocument, RootsWithoutAnObjectAreNotWritten) {
     FAttributes objects;
     objects.setObject("null", nullptr);

@@ -40,6 +40,19 @@ std::string resultOf(const std::string& text, const char* rootTag = "Project") {
 constexpr const char* kMalformed = "Xml data malformed!";
 constexpr const char* kUnexpected = "Unexpected tag or invalid attributes!";
 
+TEST(FObjectDocument, ADocumentThatWasLoadedTwiceGoesThroughTheBinaryForm) {
+    FObjectDocument document;
+    ASSERT_TRUE(load(document, goldenText("SharedObjects.xml")));
+    ASSERT_TRUE(load(document, goldenText("SharedObjects.xml")));
+    FMemoryStream stream;
+    ASSERT_TRUE(document.saveBinary(stream));
+    stream.rewind();
+    FObjectDocument read;
+    ASSERT_TRUE(read.loadBinary(stream));
+    EXPECT_EQ(stream.tell(), stream.getSize());
+    EXPECT_EQ(read.getObjects().getCount(), document.getObjects().getCount());
+}
+
 TEST(FObjectDocument, HoldsItsRootsInOrderAndByName) {
     const auto one = newNode("one", 1);
     const auto two = newNode("two", 2);
