@@ -127,11 +127,13 @@ private:
 
     // Buffers and streams stay what they are; bytes that are only pointed at become a stream.
     static bool detachBinary(FStringIDAttribute& record, const FBinaryView& bytes) {
-        const auto* foreign = cmCast<FAttrBuffer>(record.getObject());
-        if (foreign == nullptr && record.hasType(kOwned)) {
+        CmObject* const object = record.getObject();
+        const auto* stream = cmCast<FMemoryStream>(object);
+        const bool isForeign = cmCast<FAttrBuffer>(object) != nullptr || (stream != nullptr && !stream->ownsMemory());
+        if (!isForeign && record.hasType(kOwned)) {
             return true;
         }
-        const auto copy = foreign != nullptr ? streamOf(bytes) : FRefPtr<CmObject>::adopt(record.getObject()->clone());
+        const auto copy = isForeign ? streamOf(bytes) : FRefPtr<CmObject>::adopt(object->clone());
         FBinaryView copied;
         if (!FBinaryView::of(copy.get(), copied) || copied.size != bytes.size) {
             return false;

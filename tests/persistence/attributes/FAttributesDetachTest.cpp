@@ -138,6 +138,19 @@ TEST(DetachObjects, BinaryDataBecomesOwn) {
     EXPECT_TRUE(tree.getObject("none")->isA("FMemoryStream"));
 }
 
+TEST(DetachObjects, AnOwnStreamOverForeignMemoryIsCopied) {
+    char bytes[] = "take";
+    FAttributes tree;
+    tree.setObject("a", new FMemoryStream(bytes, 4), AttributeHolding::owned);
+    ASSERT_TRUE(FAttributes::detachObjects(tree));
+    std::memset(bytes, 'x', 4);
+    const auto* stream = cmCast<FMemoryStream>(tree.find("a")->getObject());
+    ASSERT_NE(stream, nullptr);
+    EXPECT_TRUE(stream->ownsMemory());
+    EXPECT_EQ(std::string(reinterpret_cast<const char*>(stream->getData()), 4), "take");
+    EXPECT_TRUE(tree.find("a")->hasType(AttributeBits::kOwned));
+}
+
 TEST(DetachObjects, TextsBecomeOwnAndListsOfThemWide) {
     char text[] = "take";
     FAttributes tree;
