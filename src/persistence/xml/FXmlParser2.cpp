@@ -72,14 +72,13 @@ bool FXmlParser2::readBlocks() {
         if (block == nullptr) {
             return false;
         }
-        bool ended = false;
-        const std::int32_t count = readInto(static_cast<char*>(block), size, ended);
+        const std::int32_t count = readInto(static_cast<char*>(block), size);
         given_ += count;
-        switch (XML_ParseBuffer(parser_.get(), count, ended ? XML_TRUE : XML_FALSE)) {
+        switch (XML_ParseBuffer(parser_.get(), count, ended_ ? XML_TRUE : XML_FALSE)) {
         case XML_STATUS_SUSPENDED:
             return true;
         case XML_STATUS_OK:
-            if (ended) {
+            if (ended_) {
                 return true;
             }
             break;
@@ -98,11 +97,12 @@ std::int32_t FXmlParser2::nextSize() const {
     return static_cast<std::int32_t>(std::max<std::int64_t>(waiting / kBlockSize, 1)) * kBlockSize;
 }
 
-std::int32_t FXmlParser2::readInto(char* block, std::int32_t size, bool& ended) {
+std::int32_t FXmlParser2::readInto(char* block, std::int32_t size) {
     std::int32_t filled = 0;
-    while (filled < size && !ended) {
+    ended_ = false;
+    while (filled < size && !ended_) {
         const std::int32_t count = stream_->read(block + filled, std::min(kBlockSize, size - filled));
-        ended = count <= 0;
+        ended_ = count <= 0;
         filled += std::max(count, 0);
         if (size == kBlockSize) {
             break;
@@ -123,7 +123,7 @@ bool FXmlParser2::resume() {
     case XML_STATUS_SUSPENDED:
         return true;
     case XML_STATUS_OK:
-        return readBlocks();
+        return ended_ || readBlocks();
     default:
         return endsBeforeMore();
     }
@@ -148,6 +148,7 @@ bool FXmlParser2::reset(const char* encoding) {
     }
     setHandlers();
     given_ = 0;
+    ended_ = false;
     return true;
 }
 

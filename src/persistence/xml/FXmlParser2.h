@@ -55,7 +55,7 @@ private:
     void setHandlers();
     bool readBlocks();
     std::int32_t nextSize() const;
-    std::int32_t readInto(char* block, std::int32_t size, bool& ended);
+    std::int32_t readInto(char* block, std::int32_t size);
     bool endsBeforeMore();
 
     std::unique_ptr<XML_ParserStruct, ParserCloser> parser_;
@@ -63,6 +63,8 @@ private:
     FRefPtr<FStream> stream_;
     // Bytes of the stream that the library has got since the last reset.
     std::int64_t given_ = 0;
+    // Whether the last block was the stream's end.
+    bool ended_ = false;
 };
 
 } // namespace tessera

@@ -157,6 +157,25 @@ TEST(FXmlParser2, AResumableStopIsASuccessThatGoesOn) {
     EXPECT_FALSE(reading.parser.resume());
 }
 
+// The library looks at the long comment only when the stream has ended, so that the stop comes with its last block.
+TEST(FXmlParser2, AResumeBehindTheStreamsEndIsASuccess) {
+    for (const char* end : {"<b/></a>", "<b/><b/></a>"}) {
+        Reading reading("<a><!--" + std::string(100000, 'x') + "-->" + end);
+        reading.notes.onStart = [](IXmlParser& parser, const std::string& name) {
+            if (name == "b") {
+                parser.stop(true);
+            }
+        };
+        EXPECT_TRUE(reading.parser.parse(reading.stream));
+        EXPECT_TRUE(reading.parser.resume());
+        if (!reading.notes.events.ends_with("</a>")) {
+            EXPECT_TRUE(reading.parser.resume());
+        }
+        EXPECT_TRUE(reading.notes.events.ends_with("</b></a>"));
+        EXPECT_FALSE(reading.parser.resume());
+    }
+}
+
 TEST(FXmlParser2, AnErrorBehindAResumeIsAFailureAndASecondDocumentIsNone) {
     const auto stopAtB = [](IXmlParser& parser, const std::string& name) {
         if (name == "b") {
