@@ -22,8 +22,12 @@ bool storeText(FAttributes& attributes, const char* name, const FString& text) {
 
 bool FFileType::read(FStream& stream) {
     clear();
-    return stream.readUInt32(macType_) && dosType_.readString(stream) && unixType_.readString(stream) &&
-           name_.readString(stream);
+    const bool complete = stream.readUInt32(macType_) && dosType_.readString(stream) && unixType_.readString(stream) &&
+                          name_.readString(stream);
+    // Others may have written them otherwise.
+    setDosType(dosType_);
+    setUnixType(unixType_);
+    return complete;
 }
 
 bool FFileType::write(FStream& stream) const {

@@ -22,10 +22,14 @@ bool sameText(const FString& a, const FString& b) {
     return !a.isEmpty() && !b.isEmpty() && a == b;
 }
 
-// A foreign record may lack the NUL.
+// UTF-8, as setField writes it; other bytes are text of the system's code page. A foreign record may lack the NUL.
 template <std::size_t size>
 FString fieldText(const char (&field)[size]) {
-    return FString(field, static_cast<std::int32_t>(std::find(field, field + size, '\0') - field));
+    FString text(field, static_cast<std::int32_t>(std::find(field, field + size, '\0') - field));
+    if (!text.isAscii()) {
+        text.toWide(CodePage::utf8);
+    }
+    return text;
 }
 
 bool isContinuation(char byte) {

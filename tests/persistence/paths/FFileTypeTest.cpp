@@ -145,5 +145,15 @@ TEST(FFileType, HostRecordHoldsWholeCharactersAlone) {
     EXPECT_STREQ(record.extension, "abcdef");
 }
 
+TEST(FFileType, HostRecordHoldsUtf8) {
+    HostTypeRecord record;
+    FFileType(u"T\u00f6ne", u"\u00e4").toRecord(record);
+    EXPECT_STREQ(record.name, "T\xc3\xb6ne");
+    const FFileType type(record);
+    EXPECT_TRUE(type.getName() == u"T\u00f6ne");
+    EXPECT_TRUE(type.getDosType() == u"\u00e4");
+    EXPECT_TRUE(type.getName().isWide());
+}
+
 } // namespace
 } // namespace tessera
