@@ -1,8 +1,8 @@
 // Binary form: the name as a string, the file type, a 32-bit tag, and what the tag says:
 //   1  16-bit kind, the folder as a string; the form that is written
 //   2  the same, the folder with "/"
-//   0  an older record: 16-bit kind and 40 bytes that mean nothing any more; no folder
-// With any other tag nothing more is read, and the folder is empty.
+//   0  an older record: 42 bytes, which begin with a kind and are passed over; the folder is empty
+// With any other tag nothing more is read, and the folder is empty. Where no kind is read the path keeps its own.
 //
 // As a tree: "Name" and "Path" as texts and "Type" as an integer, each only where there is something, and the tree
 // "FileType". An integer "PathType" is read and never written: files that were made elsewhere have it, and with any
@@ -26,11 +26,10 @@ constexpr const char* kFileType = "FileType";
 constexpr const char* kPathType = "PathType";
 constexpr std::int64_t kWithBackslashes = 1;
 
-constexpr std::int32_t kOldRecordRest = 2 + 4 + 2 + 32;
-
-bool skip(FStream& stream, std::int32_t count) {
-    char ignored[kOldRecordRest];
-    return stream.read(ignored, count) == count;
+bool skipOldRecord(FStream& stream) {
+    char ignored[2 + 2 + 4 + 2 + 32];
+    constexpr auto kSize = static_cast<std::int32_t>(sizeof ignored);
+    return stream.read(ignored, kSize) == kSize;
 }
 
 } // namespace
@@ -43,7 +42,7 @@ bool FPath::read(FStream& stream) {
     }
     switch (tag) {
     case kOldRecord:
-        return stream.readInt16(kind_) && skip(stream, kOldRecordRest);
+        return skipOldRecord(stream);
     case kBackslashes:
         return stream.readInt16(kind_) && path_.readString(stream);
     case kSlashes:

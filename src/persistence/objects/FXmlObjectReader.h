@@ -5,11 +5,12 @@
 // An ID that is defined twice means the first one; one that isn't defined leaves the reference without a target.
 //
 // What is accepted beyond what is written: line ends and white space of any kind, comments, tags without a name where
-// nothing is stored then, a tree without a name, whose values belong to the tree around it, lists of an unknown type,
-// whose values are dropped, and objects anywhere. What is refused: a root tag that isn't the expected one, and
-// a name of more than 47 bytes, as FXmlError::malformed; unknown tags, lists and binary data without a name, and items
-// that don't fit their list, as FXmlError::unexpectedTag; and whatever FXmlParser refuses. A document that ends after
-// its root tag is accepted as far as it goes, unless it ends within an element that holds values.
+// nothing is stored then, a tree without a name, lists of an unknown type, whose items are dropped, and objects
+// anywhere. The named values in such a tree or list belong to the tree around it. What is refused: a root tag that
+// isn't the expected one, and a name of more than 47 bytes, as FXmlError::malformed; unknown tags, lists and binary
+// data without a name, and items that don't fit their list, as FXmlError::unexpectedTag; and whatever FXmlParser
+// refuses. A document that ends after its root tag is accepted as far as it goes, unless it ends within an element that
+// holds values.
 //
 // One reader reads one document. Depth costs no stack: the elements that are open stand in a list, and there are at
 // most as many of them as parses could run in each other.

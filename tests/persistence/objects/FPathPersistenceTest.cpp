@@ -63,6 +63,21 @@ TEST(FPathPersistence, TagTwoHasTheFolderWithSlashes) {
     EXPECT_EQ(std::u16string(path.getFullPath().text16()), u"C:\\a\\n");
 }
 
+TEST(FPathPersistence, ATypeThatOthersWroteInCapitalsIsFolded) {
+    FMemoryStream stream;
+    fill(stream, "\0\0\0\0"
+                 "\4\0\0\0WAV\0"
+                 "\5\0\0\0WAVE\0"
+                 "\5\0\0\0Wave\0");
+    FFileType type;
+    EXPECT_TRUE(type.read(stream));
+    EXPECT_TRUE(type.getDosType() == "wav");
+    EXPECT_TRUE(type.getUnixType() == "wave");
+    EXPECT_TRUE(type.getName() == "Wave");
+    const FFileType wave("", "wav");
+    EXPECT_TRUE(type.isEqual(&wave));
+}
+
 TEST(FPathPersistence, TagZeroIsAnOlderRecordWithoutFolder) {
     FMemoryStream stream;
     fill(stream, "\2\0\0\0n\0"
@@ -73,8 +88,9 @@ TEST(FPathPersistence, TagZeroIsAnOlderRecordWithoutFolder) {
                  "behind");
     FNPath path(u"C:\\old\\old", PathKind::file);
     EXPECT_TRUE(path.read(stream));
+    EXPECT_TRUE(path.getName() == u"n");
     EXPECT_TRUE(path.getPath().isEmpty());
-    EXPECT_TRUE(path.isFolder());
+    EXPECT_TRUE(path.isFile()) << "the record's kind is passed over with the rest";
     EXPECT_EQ(stream.getSize() - stream.tell(), 6);
 }
 
