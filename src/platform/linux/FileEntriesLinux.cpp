@@ -135,7 +135,22 @@ int renameWithoutReplacing(const char* from, const char* to) {
     return result == -1 && (errno == EINVAL || errno == ENOSYS) ? renameByLink(from, to) : result;
 }
 
-// The original is deleted last of all.
+// The entries of a folder. 0, or -1 with errno.
+int flushEntries(const std::string& path) {
+    const Descriptor folder(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (!folder) {
+        return -1;
+    }
+    int result = ::fsync(folder.get());
+    while (result == -1 && errno == EINTR) {
+        result = ::fsync(folder.get());
+    }
+    // Some file systems of the network keep their entries in order by themselves and refuse this.
+    return result == -1 && errno == EINVAL ? 0 : result;
+}
+
+// The original is deleted last of all, when the copy's name is on the disk like its content. Where the name can't be
+// brought there it goes again.
 int moveAcrossVolumes(const std::string& from, const std::string& to) {
     struct stat status;
     if (::lstat(from.c_str(), &status) != 0) {
@@ -156,6 +171,12 @@ int moveAcrossVolumes(const std::string& from, const std::string& to) {
     }
     const UnfinishedFile unfinished(part);
     if (!copyWhole(source.get(), status, target) || renameWithoutReplacing(part.c_str(), to.c_str()) != 0) {
+        return -1;
+    }
+    if (flushEntries(folderOf(to)) != 0) {
+        const int reason = errno;
+        ::unlink(to.c_str());
+        errno = reason;
         return -1;
     }
     return giveUp(from.c_str(), to.c_str());
@@ -242,17 +263,7 @@ bool flushFolder(std::u16string_view path, std::int32_t& error) {
         error = ENOENT;
         return false;
     }
-    Descriptor folder(::open(native->c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (!folder) {
-        error = errno;
-        return false;
-    }
-    int result = ::fsync(folder.get());
-    while (result == -1 && errno == EINTR) {
-        result = ::fsync(folder.get());
-    }
-    // Some file systems of the network keep their entries in order by themselves and refuse this.
-    return done(result == -1 && errno == EINVAL ? 0 : result, error);
+    return done(flushEntries(*native), error);
 }
 
 bool createLink(std::u16string_view path, std::u16string_view target, std::int32_t& error) {

@@ -8,10 +8,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <filesystem>
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace tessera {
 namespace {
@@ -142,6 +144,16 @@ TEST_F(FNFileSystemFaults, AMovedFileHasOneName) {
 TEST_F(FNFileSystemFaults, AFileMovedToAnotherVolumeIsThereWholeOrHereWhole) {
     FailingCalls::setRenameError(EXDEV);
     failEveryStep(prepareMove, moveFile, checkMove);
+}
+
+TEST_F(FNFileSystemFaults, AFileMovedToAnotherVolumeHasItsNameOnTheDiskBeforeTheOldOneGoes) {
+    FailingCalls::setRenameError(EXDEV);
+    std::vector<std::string> steps;
+    failEveryStep(prepareMove, moveFile, [&](bool, const ScratchFolder&) { steps.push_back(FailingCalls::failed()); });
+    const auto named = std::find(steps.rbegin(), steps.rend(), "renameat2").base();
+    EXPECT_NE(named, steps.begin());
+    const auto flushed = std::find(named, steps.end(), "fsync");
+    EXPECT_LT(flushed, std::find(named, steps.end(), "unlink")) << testing::PrintToString(steps);
 }
 
 TEST_F(FNFileSystemFaults, AFileMovedWhereRenamingKnowsNoFlagsHasOneName) {
