@@ -42,6 +42,10 @@ std::unique_ptr<SoundFileReader> SoundFileReader::open(const std::string& path, 
         sf_close(file);
         return refuse(error, message(hostTexts.lossySound, path));
     }
+    if (info.frames < 0 || info.frames == SF_COUNT_MAX) {
+        sf_close(file);
+        return refuse(error, message(hostTexts.lengthUnknown, path));
+    }
     const AudioFormat format{info.format, *kind, info.channels, info.samplerate};
     return std::unique_ptr<SoundFileReader>(new SoundFileReader(file, format, info.frames));
 }

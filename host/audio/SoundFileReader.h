@@ -1,7 +1,7 @@
 // SoundFileReader: the frames of one sound file, as SampleKind lays them out, in constant memory however long the file.
 //
 // Move-free, owned by one thread. open() gives nothing with a reason in *error: the file is missing, can't be read,
-// isn't a sound file, or stores samples that can't be cut and joined without loss.
+// isn't a sound file, stores samples that can't be cut and joined without loss, or doesn't tell how many they are.
 #pragma once
 
 #include "host/audio/AudioFormat.h"

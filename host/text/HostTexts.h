@@ -94,6 +94,8 @@ struct HostTexts {
     TranslatedText noSoundFile{u"\"%s\" can't be read as a sound file (%s); expected WAV, AIFF or FLAC"};
     TranslatedText lossySound{u"\"%s\" stores its samples in a lossy or streaming form; convert it to WAV, AIFF or "
                               u"FLAC with 8, 16, 24 or 32 bits or float first"};
+    TranslatedText lengthUnknown{
+        u"\"%s\" doesn't tell how long it is, as its encoder wrote into a pipe; convert it to another file first"};
     TranslatedText notWritableAs{u"\"%s\" can't be written as %s (%s)"};
     TranslatedText notWritable{
         u"warning: \"%s\" can't be written; is the folder there, and does the name end in .wav, .aif or .flac?"};

@@ -229,6 +229,22 @@ TEST_F(SoundFile, RefusesSamplesThatCantBeCutWithoutLoss) {
     EXPECT_NE(error.find("convert it"), std::string::npos) << error;
 }
 
+// An encoder that writes to a pipe can't go back to the head of the file to say how many frames came.
+TEST_F(SoundFile, RefusesAFileThatDoesntTellHowLongItIs) {
+    const AudioFormat format{SF_FORMAT_FLAC | SF_FORMAT_PCM_16, SampleKind::int16, 1, 8000};
+    const std::vector<std::uint8_t> frames = randomFrames(format, 100, 1);
+    SoundFileWriter::create(path("a.flac"), format, nullptr)->write(100, frames.data());
+    {
+        // The 36 bits of the count end the first 26 bytes, with the depth of the samples (15) in front of them.
+        std::fstream file(path("a.flac"), std::ios::binary | std::ios::in | std::ios::out);
+        file.seekp(21);
+        file.write("\xF0\0\0\0\0", 5);
+    }
+    std::string error;
+    EXPECT_EQ(SoundFileReader::open(path("a.flac"), &error), nullptr);
+    EXPECT_NE(error.find("doesn't tell how long it is"), std::string::npos) << error;
+}
+
 TEST_F(SoundFile, TwoCopiesOfOneSoundAreTheSameBytes) {
     const AudioFormat format{SF_FORMAT_WAV | SF_FORMAT_FLOAT, SampleKind::float32, 1, 8000};
     const std::vector<std::uint8_t> frames = randomFrames(format, 100, 1);
