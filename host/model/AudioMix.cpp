@@ -43,6 +43,9 @@ public:
             if (reader_ == nullptr) {
                 return error;
             }
+            if (format().channels != clip_.format().channels || format().sampleRate != clip_.format().sampleRate) {
+                return message(hostTexts.soundChanged, clip_.path());
+            }
             reader_->seek(std::min(offset_ + (from - start_), reader_->frames()));
         }
         read(to - from);
@@ -53,18 +56,19 @@ public:
 private:
     static std::int64_t toFrames(double seconds, int sampleRate) { return std::llround(seconds * sampleRate); }
 
-    FrameShape floats() const { return {SampleKind::float64, clip_.format().channels}; }
+    // Of the file as it is now, which another may have replaced since it became a clip.
+    const AudioFormat& format() const { return reader_->format(); }
 
     void read(std::int64_t frames) {
-        const AudioFormat& format = clip_.format();
-        raw_.resize(static_cast<std::size_t>(frames * format.bytesPerFrame()));
+        raw_.resize(static_cast<std::size_t>(frames * format().bytesPerFrame()));
         frames_ = std::max<std::int64_t>(reader_->read(frames, raw_.data()), 0);
-        samples_.resize(static_cast<std::size_t>(frames_ * format.channels));
-        convertFrames(raw_.data(), {format.kind, format.channels}, samples_.data(), floats(), frames_);
+        samples_.resize(static_cast<std::size_t>(frames_ * format().channels));
+        convertFrames(raw_.data(), {format().kind, format().channels}, samples_.data(),
+                      {SampleKind::float64, format().channels}, frames_);
     }
 
     void mix(std::vector<double>& block, int channels, std::int64_t at) const {
-        const int own = clip_.format().channels;
+        const int own = format().channels;
         for (std::int64_t frame = 0; frame < frames_; ++frame) {
             for (int channel = 0; channel < channels; ++channel) {
                 const int source = own == 1 ? 0 : channel;

@@ -1,5 +1,6 @@
 #include "host/HostFixture.h"
 
+#include "common/Utf8Path.h"
 #include "host/GuestDoubles.h"
 #include "host/text/Text16.h"
 #include "shell/hostapi/AttributeValue.h"
@@ -7,6 +8,8 @@
 #include "shell/hostapi/IHostFile.h"
 
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 
 namespace tessera::host {
 namespace {
@@ -18,6 +21,13 @@ protected:
         place.start = start;
         place.track = track;
         return place;
+    }
+
+    std::filesystem::path native(const std::string& name) const { return programs::nativePath(path(name)); }
+
+    std::string contentOf(const std::string& name) const {
+        std::ifstream file(native(name), std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
     }
 };
 
@@ -93,6 +103,24 @@ TEST_F(AudioMixTest, AFailedExportLeavesWhatWasThere) {
     EXPECT_EQ(listener.calls, "prepare finished 0 ");
     EXPECT_FALSE(std::filesystem::exists(path("mix.wav.part")));
     host().exports().removeListener(&listener);
+}
+
+TEST_F(AudioMixTest, AFileThatWasReplacedByOneOfAnotherShapeIsNotMixed) {
+    makeProject({makeSound("a.wav", 30000)});
+    makeSound("mix.wav", 3);
+    for (const int channels : {1, 8}) {
+        makeSound("a.wav", 30000, channels, channels == 1 ? 44100 : 1000);
+        const Complaint complaint = host().exportMix(path("mix.wav"));
+        EXPECT_NE(complaint.find("\"" + path("a.wav") + "\" has changed"), std::string::npos) << complaint;
+        EXPECT_EQ(samplesOf(path("mix.wav")), (std::vector<short>{0, 1, 2}));
+    }
+}
+
+TEST_F(AudioMixTest, AFileThatWasReplacedByOneOfOtherSamplesIsMixedAsItIs) {
+    makeProject({makeSound("a.wav", 3)});
+    makeSound("a.wav", 3, 1, 1000, SF_FORMAT_AIFF | SF_FORMAT_PCM_24, 500);
+    ASSERT_EQ(host().exportMix(path("mix.wav")), "");
+    EXPECT_EQ(samplesOf(path("mix.wav")), (std::vector<short>{500, 501, 502}));
 }
 
 TEST_F(AudioMixTest, SaysWhyThereIsNoExport) {
