@@ -2,6 +2,7 @@
 
 #include "common/AiffHeader.h"
 #include "common/OpenSound.h"
+#include "host/audio/SoundFileReader.h"
 #include "host/text/HostTexts.h"
 #include "host/text/Message.h"
 
@@ -38,11 +39,29 @@ SoundFileWriter::SoundFileWriter(sf_private_tag* file, std::string path, const A
     : file_(file), path_(std::move(path)), format_(format) {}
 
 SoundFileWriter::~SoundFileWriter() {
-    sf_close(file_);
+    finish();
+}
+
+bool SoundFileWriter::finish() {
+    if (file_ == nullptr) {
+        return false;
+    }
+    const bool isClosed = sf_close(std::exchange(file_, nullptr)) == 0;
     const std::int64_t dataBytes = frames_ * format_.bytesPerFrame();
     if ((format_.container & SF_FORMAT_TYPEMASK) == SF_FORMAT_AIFF && dataBytes % 2 != 0) {
         programs::mendAiffLength(path_, frames_, dataBytes);
     }
+    return isClosed;
+}
+
+// The library keeps to itself that a last block didn't fit, so the file is asked. Without a frame there is nothing to
+// lose, and FLAC has no such file.
+bool SoundFileWriter::close() {
+    if (!finish()) {
+        return false;
+    }
+    const auto written = frames_ == 0 ? nullptr : SoundFileReader::open(path_, nullptr);
+    return frames_ == 0 || (written != nullptr && written->frames() == frames_);
 }
 
 void SoundFileWriter::setComment(const std::string& text) {

@@ -2,8 +2,8 @@
 // what one reads, the other writes back bit for bit.
 //
 // Owned by one thread. create() empties a file of that name, or gives nothing with a reason in *error. The file is
-// complete when the writer goes; after flush() what was written so far can be read by others, but for FLAC, whose
-// totals are known at the end alone.
+// complete after close(), or when the writer goes; after flush() what was written so far can be read by others, but for
+// FLAC, whose totals are known at the end alone.
 #pragma once
 
 #include "host/audio/AudioFormat.h"
@@ -34,12 +34,16 @@ public:
     // The frames written, fewer only when the disk is full or the file has reached what its kind can hold.
     std::int64_t write(std::int64_t count, const void* buffer);
     void flush();
+    // Once, at the end: nothing can be written any more. False when the file doesn't hold all that was written: the
+    // last frames and the totals come to it only now, and the disk may be full.
+    bool close();
 
 private:
     SoundFileWriter(sf_private_tag* file, std::string path, const AudioFormat& format);
     std::int64_t writeNarrow(std::int64_t count, const std::uint8_t* in);
+    bool finish();
 
-    sf_private_tag* const file_;
+    sf_private_tag* file_; // null once it is closed
     const std::string path_;
     const AudioFormat format_;
     std::int64_t frames_ = 0;

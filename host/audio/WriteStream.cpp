@@ -88,11 +88,15 @@ void WriteStream::giveUp() {
 
 void WriteStream::complete() {
     // A stream that never got a frame leaves a sound file of no length rather than an empty file.
-    begin();
-    writer_.reset();
-    if (life_ != Life::failed) {
-        life_ = Life::complete;
+    if (!begin()) {
+        return;
     }
+    if (!writer_->close()) {
+        giveUp();
+        return;
+    }
+    writer_.reset();
+    life_ = Life::complete;
 }
 
 bool WriteStream::open() {

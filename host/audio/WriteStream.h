@@ -4,7 +4,8 @@
 // settled at the first frame: until then a source that attaches may tell more of it than the guest can say with
 // numbers, such as whether 32 bits are integers. The file is complete when the guest's last reference goes, or sooner
 // when somebody is about to read it; frames that come after that are refused. When frames can't be written, for lack of
-// space or because the kind of file ends there, the file is emptied: half a sound must not pass for a whole one.
+// space or because the kind of file ends there, be it at completion, the file is emptied: half a sound must not pass
+// for a whole one.
 #pragma once
 
 #include "host/audio/FrameShape.h"

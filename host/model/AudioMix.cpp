@@ -130,7 +130,7 @@ Complaint writeMix(std::vector<Voice>& voices, const MixFacts& facts, SoundFileW
             return message(hostTexts.exportStopped);
         }
     }
-    return {};
+    return writer.close() ? Complaint() : message(hostTexts.exportStopped);
 }
 
 } // namespace

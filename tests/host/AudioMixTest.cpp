@@ -6,6 +6,8 @@
 #include "shell/hostapi/AttributeValue.h"
 #include "shell/hostapi/IAttributeList.h"
 #include "shell/hostapi/IHostFile.h"
+#include "support/FileSizeLimit.h"
+#include "support/Skips.h"
 
 #include <filesystem>
 #include <fstream>
@@ -121,6 +123,21 @@ TEST_F(AudioMixTest, AFileThatWasReplacedByOneOfOtherSamplesIsMixedAsItIs) {
     makeSound("a.wav", 3, 1, 1000, SF_FORMAT_AIFF | SF_FORMAT_PCM_24, 500);
     ASSERT_EQ(host().exportMix(path("mix.wav")), "");
     EXPECT_EQ(samplesOf(path("mix.wav")), (std::vector<short>{500, 501, 502}));
+}
+
+TEST_F(AudioMixTest, AFullDiskAtTheLastByteLeavesWhatWasThere) {
+    if (const char* reason = testing_support::whyNoFileSizeLimit()) {
+        GTEST_SKIP() << reason;
+    }
+    makeProject({makeSound("a.wav", 30000)});
+    for (const std::string name : {"mix.flac", "mix.wav", "mix.aif"}) {
+        ASSERT_EQ(host().exportMix(path(name)), "");
+        const std::string before = contentOf(name);
+        const testing_support::FileSizeLimit limit(before.size() - 1);
+        EXPECT_NE(host().exportMix(path(name)).find("is the disk full?"), std::string::npos) << name;
+        EXPECT_TRUE(contentOf(name) == before) << name;
+        EXPECT_FALSE(std::filesystem::exists(native(name + ".part")));
+    }
 }
 
 TEST_F(AudioMixTest, SaysWhyThereIsNoExport) {

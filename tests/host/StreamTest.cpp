@@ -197,6 +197,22 @@ TEST_F(Stream, ASoundThatDoesNotFitOnTheDiskIsTakenBack) {
     EXPECT_TRUE(misuses().empty());
 }
 
+TEST_F(Stream, AFileThatCantBeCompletedIsEmptied) {
+    if (const char* reason = testing_support::whyNoFileSizeLimit()) {
+        GTEST_SKIP() << reason;
+    }
+    const std::vector<short> samples(6000, 7);
+    const auto write = [&](const std::string& name) { writer(path(name), 16)->write(6000, samples.data(), true); };
+    write("whole.flac");
+    {
+        const testing_support::FileSizeLimit limit(std::filesystem::file_size(path("whole.flac")) - 1);
+        write("b.flac");
+    }
+    EXPECT_EQ(std::filesystem::file_size(path("b.flac")), 0U);
+    EXPECT_NE(output().find("what was written is taken back"), std::string::npos) << output();
+    EXPECT_EQ(samplesOf(path("whole.flac")), samples);
+}
+
 TEST_F(Stream, WhatCantBeWrittenGivesNoWriter) {
     EXPECT_FALSE(writer(path("no such folder/b.wav"), 16));
     EXPECT_FALSE(writer(path("b.wav"), 12));
