@@ -133,6 +133,20 @@ Complaint writeMix(std::vector<Voice>& voices, const MixFacts& facts, SoundFileW
     return writer.close() ? Complaint() : message(hostTexts.exportStopped);
 }
 
+// Undo may bring an event back whose clip no track plays now, and a missing file may come back too: the pool has both.
+bool isOwnSound(Project& project, const std::string& path) {
+    const auto isClip = [&](const AudioClip& clip) {
+        std::error_code ignored;
+        return clip.path() == path ||
+               std::filesystem::equivalent(programs::nativePath(clip.path()), programs::nativePath(path), ignored);
+    };
+    const auto& parts = project.ownPool().parts();
+    const auto events = project.events();
+    return std::any_of(parts.begin(), parts.end(), [&](const auto& part) { return isClip(*part->ownClip()); }) ||
+           std::any_of(events.begin(), events.end(),
+                       [&](const auto& event) { return event->isAudio() && isClip(*event->ownClip()); });
+}
+
 } // namespace
 
 Complaint mixProject(Project& project, const std::string& path, const std::string& comment) {
@@ -143,6 +157,9 @@ Complaint mixProject(Project& project, const std::string& path, const std::strin
     }
     if (!hasKnownExtension(path)) {
         return message(hostTexts.noKindOfFile, path);
+    }
+    if (isOwnSound(project, path)) {
+        return message(hostTexts.exportOntoOwnSound, path);
     }
     MixFacts facts;
     if (const Complaint complaint = findFacts(events, facts); !complaint.empty()) {

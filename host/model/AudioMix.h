@@ -1,7 +1,8 @@
 // mixProject: writes what a project sounds like to one sound file, in constant memory.
 //
 // Events are summed, a mono clip on every channel. WAV and AIFF get 32-bit float, so that nothing is cut off at full
-// scale; FLAC gets 24 bits. The file appears under its name only when it is complete.
+// scale; FLAC gets 24 bits. The file appears under its name only when it is complete, and never in the place of a sound
+// of the project.
 #pragma once
 
 #include "host/model/Project.h"

@@ -108,6 +108,7 @@ struct HostTexts {
         u"\"%s\" has %d Hz while other events have %d Hz; convert one of them, the mix has one rate"};
     TranslatedText soundChanged{
         u"\"%s\" has changed its channels or its rate since the project took it up; put the old file back"};
+    TranslatedText exportOntoOwnSound{u"\"%s\" is a sound of the project; export to another file"};
     TranslatedText exportStopped{u"the export can't be written any further; is the disk full?"};
     TranslatedText nothingToExport{u"the project has no audio to export; add a sound file first"};
     TranslatedText noKindOfFile{u"\"%s\" doesn't say what kind of file it is; end the name in .wav, .aif or .flac"};

@@ -140,6 +140,22 @@ TEST_F(AudioMixTest, AFullDiskAtTheLastByteLeavesWhatWasThere) {
     }
 }
 
+TEST_F(AudioMixTest, ASoundOfTheProjectIsNotReplaced) {
+    makeProject({makeSound("a.wav", 10), makeSound("b.wav", 10)});
+    const std::string sound = contentOf("b.wav");
+    std::filesystem::create_hard_link(native("b.wav"), native("same.wav"));
+    for (const std::string name : {"b.wav", "same.wav"}) {
+        const Complaint complaint = host().exportMix(path(name));
+        EXPECT_NE(complaint.find("\"" + path(name) + "\" is a sound of the project"), std::string::npos) << complaint;
+    }
+    ASSERT_EQ(host().removeEvent(2), "");
+    EXPECT_NE(host().exportMix(path("b.wav")), "") << "the event can still come back";
+    EXPECT_TRUE(contentOf("b.wav") == sound);
+    std::filesystem::remove(native("b.wav"));
+    EXPECT_NE(host().exportMix(path("b.wav")), "") << "the mix would pass for the sound that is missing";
+    EXPECT_FALSE(std::filesystem::exists(native("b.wav")));
+}
+
 TEST_F(AudioMixTest, SaysWhyThereIsNoExport) {
     EXPECT_NE(host().exportMix(path("mix.wav")).find("no project"), std::string::npos);
     makeProject({});
