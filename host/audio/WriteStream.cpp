@@ -2,31 +2,20 @@
 
 #include "common/Utf8Path.h"
 #include "host/audio/ReadStream.h"
+#include "host/audio/ReservedName.h"
 #include "host/text/HostTexts.h"
 #include "host/text/Message.h"
-#include "platform/Files.h"
-#include "platform/NativePath.h"
 
 #include <filesystem>
 #include <system_error>
 #include <utility>
 
 namespace tessera::host {
-namespace {
-
-bool reserveName(const std::string& path) {
-    const std::optional<std::u16string> name = platform::fromNativePath(path);
-    platform::FileOpenFlags flags;
-    flags.write = true;
-    std::int32_t error = 0;
-    return name && platform::File::open(*name, flags, platform::FileDisposition::createNew, error).isOpen();
-}
-
-} // namespace
 
 std::shared_ptr<WriteStream> WriteStream::create(std::shared_ptr<HostCore> core, const std::string& path,
                                                  const AudioFormat& wanted) {
-    if (!formatForFile(path, wanted, 0) || !reserveName(path)) {
+    std::int32_t ignored = 0;
+    if (!formatForFile(path, wanted, 0) || !reserveName(path, ignored)) {
         return nullptr;
     }
     auto stream = std::make_shared<WriteStream>(core, path, wanted);

@@ -2,10 +2,12 @@
 
 #include "common/Utf8Path.h"
 #include "host/audio/FrameShape.h"
+#include "host/audio/ReservedName.h"
 #include "host/audio/SoundFileReader.h"
 #include "host/audio/SoundFileWriter.h"
 #include "host/text/HostTexts.h"
 #include "host/text/Message.h"
+#include "platform/SystemErrors.h"
 
 #include <algorithm>
 #include <cmath>
@@ -180,7 +182,11 @@ Complaint mixProject(Project& project, const std::string& path, const std::strin
     if (!format) {
         return message(hostTexts.tooManyChannels, path, facts.channels);
     }
-    const std::string unfinished = path + ".part";
+    std::int32_t reason = 0;
+    const std::string unfinished = reserveNameBeside(path, reason);
+    if (unfinished.empty()) {
+        return message(hostTexts.notWritableAs, path, describe(*format), platform::describeError(reason));
+    }
     Complaint complaint;
     if (const auto writer = SoundFileWriter::create(unfinished, *format, &complaint)) {
         if (!comment.empty()) {

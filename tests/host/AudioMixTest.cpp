@@ -156,6 +156,21 @@ TEST_F(AudioMixTest, ASoundOfTheProjectIsNotReplaced) {
     EXPECT_FALSE(std::filesystem::exists(native("b.wav")));
 }
 
+TEST_F(AudioMixTest, FilesOfSimilarNamesStay) {
+    makeProject({makeSound("a.wav", 3)});
+    std::ofstream(native("mix.wav.part")) << "of the user";
+    ASSERT_EQ(host().exportMix(path("mix.wav")), "");
+    EXPECT_EQ(contentOf("mix.wav.part"), "of the user");
+    const std::string mix = contentOf("mix.wav");
+    makeSound("a.wav", 3, 2);
+    EXPECT_NE(host().exportMix(path("mix.wav")), "");
+    EXPECT_EQ(contentOf("mix.wav.part"), "of the user");
+    EXPECT_TRUE(contentOf("mix.wav") == mix);
+    const std::filesystem::path folder = native("mix.wav").parent_path();
+    const auto files = std::distance(std::filesystem::directory_iterator(folder), {});
+    EXPECT_EQ(files, 4) << "the project's folder, its sound, the mix and the user's file";
+}
+
 TEST_F(AudioMixTest, SaysWhyThereIsNoExport) {
     EXPECT_NE(host().exportMix(path("mix.wav")).find("no project"), std::string::npos);
     makeProject({});
