@@ -20,6 +20,18 @@ void copyOver(const fs::path& from, const fs::path& to, std::error_code& error) 
     fs::copy_file(from, to, error);
 }
 
+// A name beside the file that nothing bears.
+fs::path unusedNameBeside(const fs::path& file) {
+    std::error_code ignored;
+    fs::path name = file;
+    name += ".edited";
+    for (int number = 2; fs::exists(fs::symlink_status(name, ignored)); ++number) {
+        name = file;
+        name += ".edited" + std::to_string(number);
+    }
+    return name;
+}
+
 } // namespace
 
 EditJob::EditJob(EditorCommand command, std::string exchangeFile, std::string workFolder)
@@ -147,22 +159,23 @@ bool EditJob::publish() {
         return fail("the edit was given up");
     }
     const fs::path exchange = nativePath(exchangeFile_);
-    fs::path complete = exchange;
-    complete += ".edited";
+    const fs::path complete = unusedNameBeside(exchange);
     std::error_code error;
-    copyOver(nativePath(edited_), complete, error);
-    std::error_code ignored;
-    if (stop_) {
+    fs::copy_file(nativePath(edited_), complete, error);
+    const bool isOurs = error != std::errc::file_exists;
+    if (!error && !stop_) {
+        fs::rename(complete, exchange, error);
+        if (!error) {
+            return true;
+        }
+    }
+    if (isOurs) {
+        std::error_code ignored;
         fs::remove(complete, ignored);
+    }
+    if (stop_) {
         return fail("the edit was given up");
     }
-    if (!error) {
-        fs::rename(complete, exchange, error);
-    }
-    if (!error) {
-        return true;
-    }
-    fs::remove(complete, ignored);
     keepWork_ = true;
     return fail("cannot write " + exchangeFile_ + ": " + error.message() + "; the result stays at " + edited_);
 }

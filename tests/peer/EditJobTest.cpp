@@ -88,6 +88,19 @@ TEST_F(EditJobTest, TheResultReplacesTheExchangeFile) {
     EXPECT_FALSE(fs::exists(work_));
 }
 
+// The result lies beside the exchange file for a moment, and somebody's file may bear any name.
+TEST_F(EditJobTest, NoOtherFileBesideTheExchangeFileIsTouched) {
+    fs::path own = exchange_;
+    own += ".edited";
+    std::ofstream(own) << "a user's own";
+    writeSound(other_, SF_FORMAT_WAV | SF_FORMAT_PCM_24, 48000, 2, {9 << 8, 8 << 8});
+    const auto job = finish(taking(other_));
+    EXPECT_TRUE(job->succeeded()) << job->problem();
+    EXPECT_EQ(bytesOf(other_), bytesOf(exchange_));
+    EXPECT_EQ("a user's own", bytesOf(own));
+    EXPECT_EQ(2, std::distance(fs::directory_iterator(exchange_.parent_path()), fs::directory_iterator()));
+}
+
 TEST_F(EditJobTest, AResultOfTheSameLengthIsToldApart) {
     writeSound(other_, SF_FORMAT_WAV | SF_FORMAT_PCM_24, 48000, 2, {9 << 8, 8 << 8, 7 << 8, 6 << 8});
     const auto job = finish(taking(other_));
