@@ -100,6 +100,15 @@ bool walkFolder(const Uri& folder, const FileSystem::EntryVisitor& visit, std::u
     return true;
 }
 
+// A name beside the file that nothing bears, for a copy that isn't whole yet.
+std::string unusedNameBeside(const std::string& file, std::error_code& error) {
+    std::string name = file + kUnfinishedExtension;
+    for (int number = 2; platform::ownEntryType(name, error) != platform::EntryType::missing && !error; ++number) {
+        name = file + kUnfinishedExtension + std::to_string(number);
+    }
+    return name;
+}
+
 // The copy takes the old one's name once it's whole.
 void replaceFile(const std::string& from, const std::string& to, std::error_code& error) {
     const bool isItself = platform::isOneEntry(from, to, error);
@@ -111,14 +120,20 @@ void replaceFile(const std::string& from, const std::string& to, std::error_code
         platform::copyEntry(from, to, error);
         return;
     }
-    const std::string whole = to + kUnfinishedExtension;
-    std::error_code ignored;
-    platform::removeEntry(whole, ignored);
+    const std::string whole = unusedNameBeside(to, error);
+    if (error) {
+        return;
+    }
     platform::copyEntry(from, whole, error);
+    if (error == std::errc::file_exists) {
+        // Somebody was quicker; that one isn't ours to remove.
+        return;
+    }
     if (!error) {
         platform::renameEntry(whole, to, error);
     }
     if (error) {
+        std::error_code ignored;
         platform::removeEntry(whole, ignored);
     }
 }

@@ -224,6 +224,19 @@ TEST_F(NativeFileSystemTest, CopiesWithAndWithoutOverwriting) {
     EXPECT_EQ(scratch_.read("copy/sub/leaf"), "leaf");
 }
 
+// Whatever the unfinished copy is called, somebody's file may be called so.
+TEST_F(NativeFileSystemTest, OverwritingTouchesNoOtherFile) {
+    scratch_.write("from", "new");
+    scratch_.write("to", "old");
+    scratch_.write("to.unfinished", "a chapter");
+    scratch_.write("to.unfinished2/page", "a page");
+    EXPECT_TRUE(files_.copy(at("from"), at("to"), FileSystem::Overwrite::yes).ok());
+    EXPECT_EQ(scratch_.read("to"), "new");
+    EXPECT_EQ(scratch_.read("to.unfinished"), "a chapter");
+    EXPECT_EQ(scratch_.read("to.unfinished2/page"), "a page");
+    EXPECT_EQ(scratch_.entryCount(), 4u);
+}
+
 TEST_F(NativeFileSystemTest, AFolderCopiedIntoItselfHasEverythingButTheCopy) {
     scratch_.write("song/take", "take");
     scratch_.write("song/old/mix", "mix");
