@@ -53,7 +53,7 @@ public:
     Folder makeFolder(std::u16string_view name, std::int32_t& error) const;
     // For reading, if it is a file and no link.
     File openFile(std::u16string_view name, std::int32_t& error) const;
-    // A new one, for writing, with the rights of the other file.
+    // A new one, for writing, with the rights of the other file; with those of any new one when that isn't open.
     File makeFile(std::u16string_view name, const File& like, std::int32_t& error) const;
     // The same under a hidden name that nobody has, for what gets its name when it is complete.
     File makeUnfinishedFile(const File& like, std::u16string& name, std::int32_t& error) const;

@@ -153,6 +153,15 @@ TEST_F(FolderTest, MakesOnlyWhatIsNew) {
     EXPECT_EQ(scratch_.read("model"), "x");
 }
 
+TEST_F(FolderTest, WithoutAModelAFileHasTheRightsOfAnyNewOne) {
+    scratch_.write("model", "x");
+    const Folder folder = open();
+    std::u16string name;
+    EXPECT_TRUE(folder.makeUnfinishedFile(File(), name, error_).isOpen());
+    EXPECT_TRUE(folder.makeFile(u"new", File(), error_).isOpen());
+    EXPECT_EQ(fs::status(scratch_ / "new").permissions(), fs::status(scratch_ / "model").permissions());
+}
+
 TEST_F(FolderTest, UnfinishedFilesAreHiddenAndEachItsOwn) {
     scratch_.write("model", "x");
     const Folder folder = open();

@@ -44,15 +44,17 @@ public:
     // newName is a name in the same folder or a whole path. What has that name already is never replaced. The path
     // object takes over the new name.
     virtual bool rename(FPath& path, const FStringRef& newName);
+    // What lies in an archive moves within it alone.
     virtual bool move(FPath& path, const FPath& target);
     // The target appears, or is replaced, only when all of it has been written. progress may be null; false when it
-    // cancelled. A file isn't copied onto itself.
+    // cancelled. A file isn't copied onto itself. The source may lie in an archive.
     virtual bool copyFile(const FPath& source, const FPath& target, IFileProgress* progress);
     // With the folders above it. True when the folder is there afterwards.
     virtual bool createFolder(const FPath& path);
     // The label of the volume that holds the path, or the name of its kind.
     virtual bool getVolumeName(const FPath& path, FString& out);
-    // The files; with recursive, the sub-folders too. False as soon as something can't be deleted.
+    // The files; with recursive, the sub-folders too. False as soon as something can't be deleted, and for a folder in
+    // an archive.
     virtual bool deleteFolderContent(const FPath& path, bool recursive);
     virtual bool getFileTimes(const FPath& path, std::int64_t& created, std::int64_t& modified);
     // -1 for what isn't there, 0 for a folder.
@@ -65,7 +67,7 @@ public:
     // How many files there are, and with folders how many folders as well. Their sizes are added to size unless null.
     virtual std::int64_t countFiles(const FPath& folder, bool folders, bool recursive, std::int64_t* size);
     // The folder with all that it holds becomes target, which must not be there yet. Links are copied as links. What
-    // was copied before a failure is removed again.
+    // was copied before a failure is removed again. False where one of the two lies in an archive.
     virtual bool copyFolder(const FPath& source, const FPath& target, IFileProgress* progress);
     // With all that it holds.
     virtual bool deleteFolder(const FPath& path);

@@ -110,8 +110,10 @@ FNPath writtenPlace(const FPath& target) {
     return place;
 }
 
-// The copy is complete, and where it replaces something on the disk, before it gets the name.
-bool copyToPlace(platform::File& source, const FNPath& place, std::u16string_view shownName, IFileProgress* progress) {
+// The content is complete, and where it replaces something on the disk, before it gets the name. The rights are those
+// of the file `like`, which need not be open.
+template <class Content>
+bool writeToPlace(const FNPath& place, const platform::File& like, Content write) {
     std::int32_t error = 0;
     const PathParts parts(place);
     const platform::Folder folder = platform::Folder::open(parts.folder(), error);
@@ -119,19 +121,47 @@ bool copyToPlace(platform::File& source, const FNPath& place, std::u16string_vie
         return false;
     }
     std::u16string unfinished;
-    platform::File target = folder.makeUnfinishedFile(source, unfinished, error);
+    platform::File target = folder.makeUnfinishedFile(like, unfinished, error);
     if (!target.isOpen()) {
         return false;
     }
     const bool replaces = platform::fileKindOf(PathText(place)) != platform::FileKind::missing;
-    if (copyBytes(source, target, shownName, progress, error) && (!replaces || target.flush(error)) &&
-        target.close(error) && folder.replaceFile(unfinished, parts.name(), error)) {
+    if (write(target, error) && (!replaces || target.flush(error)) && target.close(error) &&
+        folder.replaceFile(unfinished, parts.name(), error)) {
         return true;
     }
     std::int32_t ignored = 0;
     target.close(ignored);
     folder.deleteFile(unfinished, ignored);
     return false;
+}
+
+bool copyNativeFile(const FPath& source, const FPath& target, IFileProgress* progress) {
+    const PathText from(source);
+    if (platform::isSameFile(from, PathText(target))) {
+        return false;
+    }
+    std::int32_t error = 0;
+    platform::File file = platform::File::open(from, openFlags(FileOpenMode::read | FileOpenMode::shareRead),
+                                               platform::FileDisposition::openExisting, error);
+    const PathParts parts(source);
+    return file.isOpen() && writeToPlace(writtenPlace(target), file, [&](platform::File& copy, std::int32_t& reason) {
+               return copyBytes(file, copy, parts.name(), progress, reason);
+           });
+}
+
+// Without a size nobody could tell a copy that is complete.
+bool copyOutOfArchive(FFileSystem& mount, const FPath& source, const FPath& target, IFileProgress* progress) {
+    const auto clone = FRefPtr<CmObject>::adopt(source.clone());
+    FPath& path = *cmCast<FPath>(clone.get());
+    const FString name(path.getName());
+    const std::int64_t size = mount.getFileSize(path);
+    const auto stream = FRefPtr<FStream>::adopt(
+        size < 0 ? nullptr : mount.openFile(path, FileOpenMode::read | FileOpenMode::shareRead, nullptr));
+    return stream &&
+           writeToPlace(writtenPlace(target), platform::File(), [&](platform::File& copy, std::int32_t& reason) {
+               return copyBytes(*stream, size, copy, pathtext::viewOf(name), progress, reason);
+           });
 }
 
 bool copyTree(platform::Folder& source, platform::Folder& parent, std::u16string_view name, IFileProgress* progress) {
@@ -349,6 +379,9 @@ bool FNFileSystem::rename(FPath& path, const FStringRef& newName) {
     FNPath target(*native);
     if (isAbsolutePath(newName)) {
         target.setNativePath(newName);
+        if (isVirtualPath(target)) {
+            return false;
+        }
     } else {
         target.setName(newName);
     }
@@ -356,6 +389,14 @@ bool FNFileSystem::rename(FPath& path, const FStringRef& newName) {
 }
 
 bool FNFileSystem::move(FPath& path, const FPath& target) {
+    if (isVirtualPath(path)) {
+        // The mount knows what lies in it.
+        const std::u16string place = virtualTextOf(target);
+        return isVirtualPath(target) && rename(path, FStringRef(place.data(), static_cast<std::int32_t>(place.size())));
+    }
+    if (isVirtualPath(target)) {
+        return false;
+    }
     if (FUrl* url = cmCast<FUrl>(&path)) {
         const auto meant = FRefPtr<FNPath>::adopt(url->toNativePath());
         if (!meant || !move(*meant, target)) {
@@ -390,14 +431,15 @@ bool FNFileSystem::moveTo(FNPath& path, const FNPath& target) {
 }
 
 bool FNFileSystem::copyFile(const FPath& source, const FPath& target, IFileProgress* progress) {
-    const PathText from(source);
-    if (!NativeForm(target) || platform::isSameFile(from, PathText(target))) {
+    if (isVirtualPath(target) || !NativeForm(target)) {
         return false;
     }
-    std::int32_t error = 0;
-    platform::File file = platform::File::open(from, openFlags(FileOpenMode::read | FileOpenMode::shareRead),
-                                               platform::FileDisposition::openExisting, error);
-    if (!file.isOpen() || !copyToPlace(file, writtenPlace(target), PathParts(source).name(), progress)) {
+    const bool copied =
+        isVirtualPath(source)
+            ? inArchive(source, false,
+                        [&](FFileSystem& mount) { return copyOutOfArchive(mount, source, target, progress); })
+            : copyNativeFile(source, target, progress);
+    if (!copied) {
         return false;
     }
     notifyChange(FileChangeKind::written, target, nullptr);
@@ -428,6 +470,9 @@ bool FNFileSystem::getVolumeName(const FPath& path, FString& out) {
 }
 
 bool FNFileSystem::deleteFolderContent(const FPath& path, bool recursive) {
+    if (isVirtualPath(path)) {
+        return false;
+    }
     std::int32_t error = 0;
     platform::Folder folder = platform::Folder::open(PathText(path), error);
     return folder.isOpen() && emptyFolder(folder, recursive ? FolderDepth::wholeTree : FolderDepth::thisFolder, error);
@@ -489,6 +534,9 @@ std::int64_t FNFileSystem::countFiles(const FPath& folder, bool folders, bool re
 }
 
 bool FNFileSystem::copyFolder(const FPath& source, const FPath& target, IFileProgress* progress) {
+    if (isVirtualPath(source) || isVirtualPath(target)) {
+        return false;
+    }
     std::int32_t error = 0;
     const PathText from(source);
     const PathParts place(target);

@@ -2,7 +2,9 @@
 
 #include "persistence/files/IFileProgress.h"
 #include "persistence/objects/PersistenceHooks.h"
+#include "persistence/streams/FStream.h"
 
+#include <algorithm>
 #include <memory>
 
 namespace tessera {
@@ -40,6 +42,30 @@ private:
     std::int64_t unit_;
 };
 
+// read gives the count, 0 at the end, less when it failed.
+template <class Read>
+bool copyBlocks(std::int64_t size, Read read, platform::File& target, std::u16string_view name, IFileProgress* progress,
+                std::int32_t& error) {
+    ProgressScope scope(progress, name, size);
+    const auto block = std::make_unique<char[]>(kBlock);
+    std::int64_t done = 0;
+    for (;;) {
+        const std::int64_t count = read(block.get());
+        if (count <= 0) {
+            return count == 0;
+        }
+        if (target.write(block.get(), count, error) != count) {
+            return false;
+        }
+        done += count;
+        // A file that grows while it is copied must not push the count over the total.
+        if (!scope.advance(done < size ? done : size)) {
+            error = 0;
+            return false;
+        }
+    }
+}
+
 } // namespace
 
 std::int64_t progressUnit(std::int64_t size) {
@@ -52,28 +78,30 @@ bool copyBytes(platform::File& source, platform::File& target, std::u16string_vi
     if (size < 0) {
         return false;
     }
-    ProgressScope scope(progress, name, size);
-    const auto block = std::make_unique<char[]>(kBlock);
-    std::int64_t done = 0;
-    for (;;) {
-        const std::int64_t count = source.read(block.get(), kBlock, error);
+    const auto read = [&](char* block) {
+        const std::int64_t count = source.read(block, kBlock, error);
         // A part that came before a failure isn't the end.
-        if (count < 0 || error != 0) {
-            return false;
+        return error != 0 ? std::int64_t(-1) : count;
+    };
+    return copyBlocks(size, read, target, name, progress, error);
+}
+
+bool copyBytes(FStream& source, std::int64_t size, platform::File& target, std::u16string_view name,
+               IFileProgress* progress, std::int32_t& error) {
+    std::int64_t left = size;
+    const auto read = [&](char* block) -> std::int64_t {
+        if (left == 0) {
+            return 0;
         }
-        if (count == 0) {
-            return true;
+        const std::int64_t wanted = std::min(left, kBlock);
+        const std::int64_t count = source.read(block, static_cast<std::int32_t>(wanted));
+        if (count <= 0 || count > wanted) {
+            return -1;
         }
-        if (target.write(block.get(), count, error) != count) {
-            return false;
-        }
-        done += count;
-        // A file that grows while it is copied must not push the count over the total.
-        if (!scope.advance(done < size ? done : size)) {
-            error = 0;
-            return false;
-        }
-    }
+        left -= count;
+        return count;
+    };
+    return copyBlocks(size, read, target, name, progress, error);
 }
 
 } // namespace tessera

@@ -37,6 +37,7 @@ namespace {
 
 // All but the bits that lend rights: setuid, setgid, sticky.
 constexpr mode_t kFileMode = 0777;
+constexpr mode_t kNewFileMode = 0666;
 constexpr mode_t kFolderMode = 0777;
 constexpr std::string_view kLinkExtension = ".lnk";
 
@@ -261,12 +262,16 @@ File Folder::makeFile(std::u16string_view name, const File& like, std::int32_t& 
         noSuchName(error);
         return File();
     }
-    struct stat status;
-    if (!done(::fstat(static_cast<int>(like.nativeHandle()), &status), error)) {
-        return File();
+    mode_t mode = kNewFileMode;
+    if (like.isOpen()) {
+        struct stat status;
+        if (!done(::fstat(static_cast<int>(like.nativeHandle()), &status), error)) {
+            return File();
+        }
+        mode = status.st_mode & kFileMode;
     }
     const int flags = O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC;
-    const int descriptor = ::openat(state_->descriptor, native->c_str(), flags, status.st_mode & kFileMode);
+    const int descriptor = ::openat(state_->descriptor, native->c_str(), flags, mode);
     error = descriptor == -1 ? errno : 0;
     return descriptor == -1 ? File() : File::adopt(descriptor);
 }

@@ -99,9 +99,10 @@ File openBelow(const File& folder, std::u16string_view name, const OpenWish& wis
     return done(status, error) ? fileOf(handle) : File();
 }
 
+// None for a file that isn't open.
 DWORD attributesOf(const File& file) {
     BY_HANDLE_FILE_INFORMATION info;
-    return ::GetFileInformationByHandle(handleOf(file), &info) ? info.dwFileAttributes : 0;
+    return file.isOpen() && ::GetFileInformationByHandle(handleOf(file), &info) ? info.dwFileAttributes : 0;
 }
 
 FILE_ATTRIBUTE_TAG_INFO tagOf(const File& file) {

@@ -42,6 +42,7 @@ protected:
         text.replaceChars("/", '\\');
         return text;
     }
+    FNPath native(const std::string& name) const { return FNPath(keyOf(name), PathKind::file); }
     // The path of what lies in an archive; of the archive itself when it is empty.
     FNPath in(const std::string& inner, const std::string& archive = "a.pak") const {
         FString text("vfs:\\\\");

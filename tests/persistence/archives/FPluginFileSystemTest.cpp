@@ -1,9 +1,12 @@
 #include "persistence/archives/FPluginFileSystem.h"
 
 #include "persistence/archives/ArchiveTest.h"
+#include "persistence/files/RecordingProgress.h"
+#include "support/Skips.h"
 #include "support/SlotOf.h"
 
 #include <atomic>
+#include <filesystem>
 #include <map>
 #include <string>
 #include <thread>
@@ -172,6 +175,85 @@ TEST_F(FPluginFileSystemTest, AnArchiveMaySpellItsNameInAnotherCaseWhenAFileIsRe
     in("y", "A.PAK").getFullPath(target);
     EXPECT_TRUE(files_->rename(path, target));
     EXPECT_EQ(state_.changes, std::vector<std::u16string>{u"rename sub\\f to y"});
+}
+
+TEST_F(FPluginFileSystemTest, AFileIsCopiedOutOfAnArchive) {
+    state_.files[u"large.wav"] = std::string(0x10000, 'x') + "end";
+    RecordingProgress progress;
+    EXPECT_TRUE(files_->copyFile(in("large.wav"), native("copy"), &progress));
+    EXPECT_EQ(scratch_.read("copy"), state_.files[u"large.wav"]);
+    EXPECT_EQ(progress.events,
+              (std::vector<std::string>{"begin Copying File: large.wav 65539", "65536", "65539", "end"}));
+    EXPECT_TRUE(files_->copyFile(in("sub\\inner.wav"), native("copy"), nullptr)) << "what is there is replaced";
+    EXPECT_EQ(scratch_.read("copy"), "123");
+    EXPECT_TRUE(files_->copyFile(in("sub\\deep\\last"), native("last"), nullptr));
+    EXPECT_EQ(scratch_.read("last"), "1");
+    EXPECT_EQ(scratch_.entryCount(), 3u);
+}
+
+TEST_F(FPluginFileSystemTest, ACopyOutOfAnArchiveIsWholeOrIsntThere) {
+    scratch_.write("target", "precious");
+    EXPECT_FALSE(files_->copyFile(in("missing"), native("target"), nullptr));
+    EXPECT_FALSE(files_->copyFile(in("file.wav", "missing.pak"), native("target"), nullptr));
+    RecordingProgress progress;
+    progress.cancelAt = 1;
+    EXPECT_FALSE(files_->copyFile(in("file.wav"), native("target"), &progress));
+    state_.claimed = 1;
+    EXPECT_FALSE(files_->copyFile(in("file.wav"), native("target"), nullptr)) << "it ends too soon";
+    EXPECT_EQ(scratch_.read("target"), "precious");
+    EXPECT_EQ(scratch_.entryCount(), 2u);
+}
+
+TEST_F(FPluginFileSystemTest, NothingIsCopiedIntoAnArchive) {
+    state_.canWrite = true;
+    EXPECT_FALSE(files_->copyFile(native("a.pak"), in("new"), nullptr));
+    EXPECT_FALSE(files_->copyFile(in("file.wav"), in("new"), nullptr));
+    EXPECT_TRUE(state_.changes.empty());
+}
+
+TEST_F(FPluginFileSystemTest, AFileMovesWithinItsArchiveAlone) {
+    state_.canWrite = true;
+    scratch_.write("b.pak", "archive");
+    FNPath path = in("file.wav");
+    EXPECT_FALSE(files_->move(path, in("file.wav", "b.pak")));
+    EXPECT_FALSE(files_->move(path, native("file.wav")));
+    EXPECT_TRUE(path.getFullPath() == in("file.wav").getFullPath());
+    EXPECT_TRUE(files_->move(path, in("sub\\moved.wav")));
+    EXPECT_TRUE(path.getFullPath() == in("sub\\moved.wav").getFullPath());
+    EXPECT_EQ(state_.changes, std::vector<std::u16string>{u"rename file.wav to sub\\moved.wav"});
+    FNPath outside = native("b.pak");
+    FString inside;
+    in("b.pak").getFullPath(inside);
+    EXPECT_FALSE(files_->move(outside, in("b.pak")));
+    EXPECT_FALSE(files_->rename(outside, inside));
+    EXPECT_EQ(scratch_.read("b.pak"), "archive");
+}
+
+// A folder called "vfs:" is a folder like any other, and no archive's path leads into it.
+TEST_F(FPluginFileSystemTest, APathIntoAnArchiveNamesNothingOnTheDisk) {
+    if (const char* reason = testing_support::whyNoOddNames()) {
+        GTEST_SKIP() << reason;
+    }
+    const std::filesystem::path before = std::filesystem::current_path();
+    std::filesystem::current_path(scratch_.path());
+    const std::string lookalike = "vfs:/" + testing_support::utf8OfPath(scratch_ / "a.pak");
+    scratch_.write(lookalike + "/sub/precious", "x");
+    EXPECT_FALSE(files_->deleteFolderContent(in("sub"), true));
+    EXPECT_FALSE(files_->copyFolder(in("sub"), native("copy"), nullptr));
+    EXPECT_FALSE(files_->copyFile(in("sub\\precious"), native("copy"), nullptr));
+    FNPath path = in("sub\\precious");
+    EXPECT_FALSE(files_->move(path, native("copy")));
+    scratch_.write("file", "y");
+    path = native("file");
+    EXPECT_FALSE(files_->move(path, in("sub\\file")));
+    FString inside;
+    in("sub\\file").getFullPath(inside);
+    EXPECT_FALSE(files_->rename(path, inside));
+    EXPECT_FALSE(files_->copyFile(path, in("sub\\file"), nullptr));
+    EXPECT_FALSE(files_->copyFolder(native("vfs:"), in("sub\\copy"), nullptr));
+    EXPECT_EQ(scratch_.read(lookalike + "/sub/precious"), "x");
+    EXPECT_FALSE(scratch_.has("copy"));
+    std::filesystem::current_path(before);
 }
 
 TEST_F(FPluginFileSystemTest, WithoutTheBitForWritingNothingChanges) {

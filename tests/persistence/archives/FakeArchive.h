@@ -28,6 +28,7 @@ struct FakeArchiveState {
     bool canIterate = true;
     FResult initialized = kResultOk;
     FResult existsAnswer = kResultOk; // kResultOk looks the path up
+    std::int64_t claimed = 0;         // added to the sizes of files
     int volumes = 0;                  // alive
     int made = 0;                     // components
     IBaseUnknown* context = nullptr;
@@ -84,7 +85,7 @@ public:
     }
     FResult getSize(const char16_t* path, std::int64_t* size) override {
         const auto found = state_.files.find(path);
-        *size = found == state_.files.end() ? 0 : static_cast<std::int64_t>(found->second.size());
+        *size = found == state_.files.end() ? 0 : static_cast<std::int64_t>(found->second.size()) + state_.claimed;
         return found == state_.files.end() ? kResultFailure : kResultOk;
     }
     IVirtualIterator* iterate(bool recursive, const char16_t* path) override {
