@@ -9,10 +9,12 @@
 #include "persistence/streams/FMemoryStream.h"
 
 #include <cmath>
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
+#include <limits>
 #include <map>
+#include <system_error>
 #include <utility>
 
 namespace tessera::host {
@@ -24,6 +26,8 @@ using programs::utf8Text;
 
 constexpr char kRootTag[] = "TesxProject";
 constexpr char kRootName[] = "project";
+// What a stream in memory holds.
+constexpr std::uintmax_t kMostBytes = std::numeric_limits<std::int32_t>::max();
 
 std::string genericText(const fs::path& path) {
     const std::u8string text = path.generic_u8string();
@@ -116,7 +120,7 @@ public:
         : core_(std::move(core)),
           path_(std::move(path)),
           complaint_(complaint),
-          folder_(fs::absolute(nativePath(path_)).parent_path()) {}
+          folder_(nativePath(path_).parent_path()) {}
 
     std::shared_ptr<Project> read(Transport& transport) {
         FObjectDocument document;
@@ -129,7 +133,7 @@ public:
             transport.cycleLeft().set(stored->cycleLeft);
             transport.cycleRight().set(stored->cycleRight);
         }
-        project->setFilePath(utf8Text(fs::absolute(nativePath(path_))));
+        project->setFilePath(path_);
         return project;
     }
 
@@ -141,12 +145,28 @@ private:
         return false;
     }
 
+    bool readBytes(std::string& bytes) {
+        const fs::path native = nativePath(path_);
+        std::error_code error;
+        if (!fs::is_regular_file(native, error)) {
+            return complain(hostTexts.projectUnreadable, kProjectExtension);
+        }
+        const std::uintmax_t size = fs::file_size(native, error);
+        if (!error && size > kMostBytes) {
+            return complain(hostTexts.projectTooLarge, kProjectExtension);
+        }
+        std::ifstream file(native, std::ios::binary);
+        bytes.resize(error ? 0 : static_cast<std::size_t>(size));
+        if (error || !file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()))) {
+            return complain(hostTexts.projectUnreadable, kProjectExtension);
+        }
+        return true;
+    }
+
     // Borrowed from the document.
     StoredProject* load(FObjectDocument& document) {
-        std::ifstream file(nativePath(path_), std::ios::binary);
-        const std::string bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-        if (!file) {
-            complain(hostTexts.projectUnreadable, kProjectExtension);
+        std::string bytes;
+        if (!readBytes(bytes)) {
             return nullptr;
         }
         const void* const data = bytes.data();
@@ -224,7 +244,7 @@ Complaint saveProject(Project& project, Transport& transport, const std::string&
             project.ownPool().addPart(event->part());
         }
     }
-    ProjectSnapshot snapshot(fs::absolute(nativePath(path)).parent_path());
+    ProjectSnapshot snapshot(nativePath(path).parent_path());
     const FRefPtr<StoredProject> stored = snapshot.take(project, transport);
     if (!snapshot.complaint().empty()) {
         return snapshot.complaint();
@@ -239,7 +259,7 @@ Complaint saveProject(Project& project, Transport& transport, const std::string&
     if (!reason.empty()) {
         return message(hostTexts.projectNotSaved, path, reason);
     }
-    project.setFilePath(utf8Text(fs::absolute(nativePath(path))));
+    project.setFilePath(path);
     return {};
 }
 

@@ -49,11 +49,13 @@ namespace tessera::host {
 
 inline constexpr char kProjectExtension[] = ".tesxproject";
 
-// Every clip that an event plays gets its place in the pool. After a complaint the file is what it was.
+// Paths are full ones. Every clip that an event plays gets its place in the pool. After a complaint the file is what it
+// was.
 Complaint saveProject(Project& project, Transport& transport, const std::string& path,
                       SaveSteps& steps = platformSaveSteps());
 
-// Null with a complaint when the file is missing, is no project, or names sound files that can't be read.
+// Null with a complaint when the file is missing, no file, larger than a document can be, no project, or names sound
+// files that can't be read.
 std::shared_ptr<Project> readProject(const std::shared_ptr<HostCore>& core, const std::string& path,
                                      Transport& transport, Complaint* complaint);
 

@@ -6,6 +6,7 @@
 #include "host/model/AudioMix.h"
 #include "host/model/AudioWriterFactory.h"
 #include "host/model/ProjectFile.h"
+#include "host/program/ComplaintOf.h"
 #include "host/services/ObjectTest.h"
 #include "host/text/HostTexts.h"
 #include "host/text/Message.h"
@@ -16,6 +17,7 @@
 #include <chrono>
 #include <filesystem>
 #include <ostream>
+#include <system_error>
 #include <thread>
 #include <utility>
 
@@ -49,14 +51,27 @@ std::string projectIn(const std::string& folder) {
     return {};
 }
 
-std::string fullPath(const std::string& path) {
-    return utf8Text(fs::absolute(nativePath(path)).lexically_normal());
+// Empty with a complaint where the path is empty, or told from a folder that isn't there any more.
+std::string fullPath(const std::string& path, Complaint& complaint) {
+    std::error_code error;
+    const fs::path full = fs::absolute(nativePath(path), error);
+    if (error) {
+        complaint = message(hostTexts.pathUnusable, path, error.message());
+        return {};
+    }
+    return utf8Text(full.lexically_normal());
 }
 
 // A closing slash would leave the folder without a name, and its project file, too.
-std::string fullFolderPath(const std::string& path) {
-    const fs::path full = nativePath(fullPath(path));
+std::string fullFolderPath(const std::string& path, Complaint& complaint) {
+    const fs::path full = nativePath(fullPath(path, complaint));
     return utf8Text(full.has_filename() || !full.has_relative_path() ? full : full.parent_path());
+}
+
+std::shared_ptr<AudioClip> openClip(const std::shared_ptr<HostCore>& core, const std::string& path,
+                                    Complaint& complaint) {
+    const std::string file = fullPath(path, complaint);
+    return file.empty() ? nullptr : AudioClip::open(core, file, &complaint);
 }
 
 } // namespace
@@ -78,7 +93,7 @@ Application::Application(const ApplicationSettings& settings)
     exports_ = std::make_shared<ExportHost>(core_);
     registry_ = std::make_shared<ObjectRegistry>(core_);
     context_ = std::make_shared<HostContext>(core_, settings.name, settings.version, [this](const std::string& path) {
-        const Complaint complaint = openProject(path);
+        const Complaint complaint = complaintOf([&] { return openProject(path); });
         if (!complaint.empty()) {
             say(message(hostTexts.projectNotOpened, complaint));
         }
@@ -177,11 +192,15 @@ Complaint Application::newProject(const std::string& folder, const std::vector<s
     if (hasUnsavedChanges_) {
         return message(hostTexts.unsavedChanges);
     }
-    std::error_code error;
-    const std::string path = fullFolderPath(folder);
+    Complaint complaint;
+    const std::string path = fullFolderPath(folder, complaint);
+    if (path.empty()) {
+        return complaint;
+    }
     if (const std::string there = projectIn(path); !there.empty()) {
         return message(hostTexts.folderHoldsProject, path, there);
     }
+    std::error_code error;
     fs::create_directories(nativePath(path) / "Audio", error);
     if (error) {
         return message(hostTexts.folderNotMade, path, error.message());
@@ -189,8 +208,7 @@ Complaint Application::newProject(const std::string& folder, const std::vector<s
     const auto project = Project::create(core_, path);
     const std::shared_ptr<Track> track = project->addTrack(message(hostTexts.trackName, 1));
     for (const std::string& file : soundFiles) {
-        Complaint complaint;
-        const std::shared_ptr<AudioClip> clip = AudioClip::open(core_, fullPath(file), &complaint);
+        const std::shared_ptr<AudioClip> clip = openClip(core_, file, complaint);
         if (clip == nullptr) {
             return complaint;
         }
@@ -204,15 +222,18 @@ Complaint Application::newProject(const std::string& folder, const std::vector<s
 }
 
 Complaint Application::openProject(const std::string& path) {
-    const std::string file = fullPath(path);
+    Complaint complaint;
+    const std::string file = fullPath(path, complaint);
+    if (file.empty()) {
+        return complaint;
+    }
     if (project() != nullptr && project()->filePath() == file) {
         return {};
     }
     if (hasUnsavedChanges_) {
         return message(hostTexts.unsavedChanges);
     }
-    Complaint complaint;
-    const std::shared_ptr<Project> project = readProject(core_, path, *transport_, &complaint);
+    const std::shared_ptr<Project> project = readProject(core_, file, *transport_, &complaint);
     if (project != nullptr) {
         setProject(project);
         settings_.noteProject(file);
@@ -224,12 +245,16 @@ Complaint Application::saveProject(const std::string& path) {
     if (project() == nullptr) {
         return message(hostTexts.noProject);
     }
-    std::string file = path.empty() ? project()->filePath() : fullPath(path);
+    Complaint complaint;
+    std::string file = path.empty() ? project()->filePath() : fullPath(path, complaint);
+    if (!complaint.empty()) {
+        return complaint;
+    }
     if (file.empty()) {
         const fs::path folder = nativePath(project()->folderPath());
         file = utf8Text(folder / folder.filename()) + kProjectExtension;
     }
-    Complaint complaint = host::saveProject(*project(), *transport_, file);
+    complaint = host::saveProject(*project(), *transport_, file);
     if (complaint.empty()) {
         hasUnsavedChanges_ = false;
         settings_.noteProject(file);
@@ -259,7 +284,7 @@ Complaint Application::addSound(const std::string& path, const NewEventPlace& wa
         return message(hostTexts.noProject);
     }
     Complaint complaint;
-    const std::shared_ptr<AudioClip> clip = AudioClip::open(core_, fullPath(path), &complaint);
+    const std::shared_ptr<AudioClip> clip = openClip(core_, path, complaint);
     if (clip == nullptr) {
         return complaint;
     }
@@ -463,9 +488,13 @@ Complaint Application::exportMix(const std::string& path) {
     if (project() == nullptr) {
         return message(hostTexts.noProject);
     }
-    const std::string file = fullPath(path);
+    Complaint complaint;
+    const std::string file = fullPath(path, complaint);
+    if (file.empty()) {
+        return complaint;
+    }
     const std::shared_ptr<AttributeList> attributes = exports_->prepare(file, {0, project()->end()}, *project());
-    Complaint complaint = mixProject(*project(), file, attributes->asText());
+    complaint = mixProject(*project(), file, attributes->asText());
     exports_->finish(complaint.empty() ? ExportHost::kWritten : ExportHost::kFailed);
     settle();
     if (complaint.empty()) {

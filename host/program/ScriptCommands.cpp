@@ -1,6 +1,7 @@
 #include "host/program/ScriptCommands.h"
 
 #include "host/model/Restrictions.h"
+#include "host/program/ComplaintOf.h"
 #include "host/program/ScriptLine.h"
 #include "host/program/SettingCommands.h"
 #include "host/text/HostTexts.h"
@@ -281,7 +282,7 @@ Complaint ScriptCommands::run(std::string_view line) {
         if (arguments.size() < row.leastWords || arguments.size() > row.mostWords) {
             return message(hostTexts.wrongWordCount, name, usageOf(row));
         }
-        return row.run(application_, arguments);
+        return complaintOf([&] { return row.run(application_, arguments); });
     }
     return message(hostTexts.noSuchCommand, name);
 }

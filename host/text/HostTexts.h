@@ -18,6 +18,7 @@ struct HostTexts {
     TranslatedText folderHoldsProject{
         u"the folder \"%s\" holds a project already; open it with: open \"%s\", or name another folder"};
     TranslatedText folderNotMade{u"the folder \"%s\" can't be made (%s); name another one"};
+    TranslatedText pathUnusable{u"the path \"%s\" can't be used (%s); give a full one"};
     TranslatedText saved{u"saved \"%s\""};
     TranslatedText trackName{u"Track %d"};
     TranslatedText notesName{u"Notes"};
@@ -79,6 +80,7 @@ struct HostTexts {
     TranslatedText tooLong{
         u"\"%s...\" is too long for a project file, or is no valid UTF-8; give it another name and save again"};
     TranslatedText projectUnreadable{u"\"%s\" can't be read; give the path of a project file (%s)"};
+    TranslatedText projectTooLarge{u"\"%s\" is larger than a project can be; give the path of a project file (%s)"};
     TranslatedText noProjectFile{
         u"\"%s\" is no project of tesx-host, or a damaged one; make a new one with: new FOLDER SOUNDFILE..."};
     TranslatedText otherVersion{u"\"%s\" was written by another version of tesx-host; expected version %d"};
@@ -132,6 +134,7 @@ struct HostTexts {
     TranslatedText wrongWordCount{u"\"%s\" was given too few or too many words; use: %s"};
     TranslatedText noSuchCommand{u"there is no command \"%s\"; the commands are listed by: help"};
     TranslatedText inLine{u"line %d: %s"};
+    TranslatedText brokenOff{u"the command was broken off (%s)"};
 
     // Settings and language.
     TranslatedText recentMissing{u"%s (isn't there any more)"};

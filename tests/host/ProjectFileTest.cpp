@@ -206,6 +206,26 @@ TEST_F(ProjectFileTest, ABrokenFileIsRefusedWithAReason) {
     EXPECT_NE(host().openProject(path("missing.tesxproject")).find("can't be read"), std::string::npos);
 }
 
+TEST_F(ProjectFileTest, AFolderIsRefusedInPlaceOfAFile) {
+    makeProject({});
+    ASSERT_EQ(host().saveProject(""), "");
+    const std::shared_ptr<Project> before = host().project();
+    EXPECT_NE(host().openProject(path("project")).find("can't be read"), std::string::npos);
+    EXPECT_NE(host().openProject(path("project/")).find("can't be read"), std::string::npos);
+    EXPECT_EQ(host().project(), before);
+}
+
+// The file takes no room: nothing is written to it.
+TEST_F(ProjectFileTest, AFileLargerThanADocumentCanBeIsRefusedUnread) {
+    const std::string file = path("large.tesxproject");
+    std::ofstream(file) << documentWith("");
+    for (const std::uintmax_t size : {std::uintmax_t{1} << 31U, std::uintmax_t{1} << 32U}) {
+        std::filesystem::resize_file(file, size);
+        const Complaint complaint = host().openProject(file);
+        EXPECT_NE(complaint.find("is larger than"), std::string::npos) << complaint;
+    }
+}
+
 // IDs are addresses: a document is told by the order in which they first appear.
 std::string renumbered(const std::string& document) {
     static const std::string before = "ID=\"";
@@ -352,6 +372,8 @@ TEST_F(ProjectFileTest, AGuestOpensProjectsByTheirFile) {
     EXPECT_EQ(host().project(), opened) << "already open: only becomes active";
     url->setPath(u"/no/such/project", 0);
     EXPECT_EQ(opener->open(url.get(), 0), kResultFailure);
+    url->setPath(toText16(path("project"))->c_str(), 0);
+    EXPECT_EQ(opener->open(url.get(), 0), kResultFailure) << "a folder";
     EXPECT_EQ(opener->open(nullptr, 0), kInvalidArgument);
     EXPECT_EQ(host().project(), opened);
 }

@@ -4,6 +4,7 @@
 
 #include <cctype>
 #include <filesystem>
+#include <stdexcept>
 
 namespace tessera::host {
 namespace {
@@ -100,6 +101,9 @@ TEST_F(ScriptCommandsTest, AWrongLineIsToldOnOneLineThatStartsSmall) {
         {"notes track 7", "no track 7; the next new one is 2"},
         {"wait soon", "no number"},
         {"wait 0", "didn't come back"},
+        {"open \"\"", "the path \"\" can't be used"},
+        {"add \"\"", "the path \"\" can't be used"},
+        {"export \"\"", "the path \"\" can't be used"},
         {"undo", "nothing to undo"},
         {"redo", "nothing to redo"},
         {"edit", "isn't there; load the module"},
@@ -113,6 +117,19 @@ TEST_F(ScriptCommandsTest, AWrongLineIsToldOnOneLineThatStartsSmall) {
         ASSERT_FALSE(complaint.empty()) << row.line;
         EXPECT_FALSE(std::isupper(static_cast<unsigned char>(complaint.front()))) << complaint;
     }
+}
+
+TEST_F(ScriptCommandsTest, ANewProjectNeedsANameAndItsSoundsDo) {
+    EXPECT_NE(run("new \"\"").find("the path \"\" can't be used"), std::string::npos);
+    EXPECT_NE(run("new \"" + path("song") + "\" \"\"").find("the path \"\" can't be used"), std::string::npos);
+    EXPECT_EQ(host().project(), nullptr);
+}
+
+TEST_F(ScriptCommandsTest, AnExceptionInACommandBecomesItsComplaint) {
+    host().core()->note = [](const std::string&) { throw std::runtime_error("no paper"); };
+    EXPECT_EQ(run("recent"), "the command was broken off (no paper)");
+    host().core()->note = [](const std::string&) {};
+    EXPECT_EQ(run("recent"), "");
 }
 
 TEST_F(ScriptCommandsTest, EveryCommandThatNeedsAProjectSaysSo) {
