@@ -33,7 +33,7 @@ HandOver::HandOver(std::string folder) : folder_(std::move(folder)) {
 
 bool HandOver::tryBecomeLive() {
     if (!lock_) {
-        lock_ = platform::InstanceLock::tryAcquire(folder_ + "/live");
+        lock_ = platform::InstanceLock::tryAcquire(folder_ + "/live", folderProblem_);
     }
     return lock_.has_value();
 }

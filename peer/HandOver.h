@@ -10,6 +10,7 @@
 
 #include <optional>
 #include <string>
+#include <system_error>
 #include <vector>
 
 namespace tessera::peer {
@@ -21,8 +22,10 @@ public:
     // The folder is created if it can be.
     explicit HandOver(std::string folder);
 
-    // True when this process is the live peer from now on.
+    // True when this process is the live peer from now on. False when another one is, or when the folder can't be used.
     bool tryBecomeLive();
+    // Why the last tryBecomeLive() couldn't use the folder; none if it could.
+    const std::error_code& folderProblem() const { return folderProblem_; }
     // For a second start: gives the path to the live peer and waits until it has been taken. If the live one ends
     // meanwhile, this process takes its place, and the file is its own to open.
     Outcome handOver(const std::string& path, int timeoutMs);
@@ -32,6 +35,7 @@ public:
 private:
     const std::string folder_;
     std::optional<platform::InstanceLock> lock_;
+    std::error_code folderProblem_;
 };
 
 } // namespace tessera::peer

@@ -6,6 +6,7 @@
 #include "foundation/threads/FThread.h"
 #include "platform/InterruptRequest.h"
 #include "platform/Processes.h"
+#include "platform/ProgramRun.h"
 #include "platform/TemporaryFolder.h"
 #include "platform/ThreadTimer.h"
 
@@ -49,6 +50,12 @@ PeerProgram::~PeerProgram() {
 int PeerProgram::run(const std::vector<std::string>& files) {
     platform::noteInterrupts();
     if (!handOver_.tryBecomeLive()) {
+        if (handOver_.folderProblem()) {
+            say("cannot use the folder " + ownFolder() + ": " +
+                platform::systemErrorText(handOver_.folderProblem().value()) +
+                "; it lies in the folder for temporary files, which has to be writable");
+            return 1;
+        }
         return handOver(files);
     }
     if (!open(files)) {

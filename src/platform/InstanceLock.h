@@ -7,14 +7,20 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <system_error>
 #include <utility>
 
 namespace tessera::platform {
 
 class InstanceLock {
 public:
-    // Nothing when somebody else holds it, or when the file can't be opened.
-    static std::optional<InstanceLock> tryAcquire(const std::string& path);
+    // Nothing, and no error, when somebody else holds it; nothing and the system's error when the file can't be opened
+    // or locked.
+    static std::optional<InstanceLock> tryAcquire(const std::string& path, std::error_code& error);
+    static std::optional<InstanceLock> tryAcquire(const std::string& path) {
+        std::error_code ignored;
+        return tryAcquire(path, ignored);
+    }
 
     InstanceLock(InstanceLock&& other) noexcept : handle_(std::exchange(other.handle_, -1)) {}
     InstanceLock& operator=(InstanceLock&& other) noexcept {

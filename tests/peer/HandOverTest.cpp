@@ -38,6 +38,7 @@ TEST_F(HandOverTest, TheFirstStartIsTheLiveOne) {
     EXPECT_TRUE(first.tryBecomeLive());
     EXPECT_TRUE(first.tryBecomeLive());
     EXPECT_FALSE(second.tryBecomeLive());
+    EXPECT_FALSE(second.folderProblem());
 }
 
 TEST_F(HandOverTest, ASecondStartsFileReachesTheLiveOne) {
@@ -70,6 +71,7 @@ TEST_F(HandOverTest, AFolderThatCannotBeMadeGivesNobody) {
     std::ofstream(folder_) << "a file is in the way";
     HandOver none(folder_);
     EXPECT_FALSE(none.tryBecomeLive());
+    EXPECT_TRUE(none.folderProblem());
     EXPECT_EQ(HandOver::Outcome::NobodyTookIt, none.handOver("/tmp/a.wav", 60));
 }
 

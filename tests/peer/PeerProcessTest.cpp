@@ -11,12 +11,14 @@
 #include "support/Eventually.h"
 #include "support/HelperProcess.h"
 #include "support/ScratchFolder.h"
+#include "support/SetAside.h"
 
 #include <gtest/gtest.h>
 #include <sndfile.h>
 
 #include <algorithm>
 #include <filesystem>
+#include <fstream>
 #include <memory>
 
 namespace tessera::peer {
@@ -311,6 +313,15 @@ TEST_F(PeerProcessTest, TheScriptNamesTheProgramItself) {
     const std::size_t start = line.find("<Path>") + 6;
     const std::filesystem::path path = testing_support::pathOfUtf8(line.substr(start, line.find("</Path>") - start));
     EXPECT_TRUE(std::filesystem::equivalent(path, TESX_PEER)) << line;
+}
+
+TEST_F(PeerProcessTest, AFolderThatCannotBeUsedIsNamedAndTakenForNoOtherPeer) {
+    const std::string folder = platform::temporaryFolder() + "/Marlgrove/TesxPeer";
+    const testing_support::SetAside aside(testing_support::pathOfUtf8(folder));
+    std::ofstream(aside.path()) << "a file is in the way";
+    HelperProcess peer(TESX_PEER, {"--editor", kReverse});
+    EXPECT_TRUE(hearsLine(peer, ("cannot use the folder " + folder).c_str()));
+    EXPECT_EQ(1, peer.finish());
 }
 
 TEST_F(PeerProcessTest, AnEditorCommandWithoutPlaceholdersIsRefused) {

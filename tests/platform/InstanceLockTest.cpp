@@ -60,8 +60,16 @@ TEST(InstanceLock, AProgramThatIsStartedDoesNotInheritIt) {
     runner.join();
 }
 
-TEST(InstanceLock, AFolderThatIsMissingGivesNothing) {
-    EXPECT_FALSE(InstanceLock::tryAcquire("/nowhere/at/all/instance.lock"));
+TEST(InstanceLock, AFileThatCannotBeOpenedIsToldFromALockThatIsHeld) {
+    std::error_code error;
+    EXPECT_FALSE(InstanceLock::tryAcquire("/nowhere/at/all/instance.lock", error));
+    EXPECT_TRUE(error);
+    const auto held = InstanceLock::tryAcquire(lockPath(), error);
+    EXPECT_TRUE(held);
+    EXPECT_FALSE(error);
+    error = std::make_error_code(std::errc::io_error);
+    EXPECT_FALSE(InstanceLock::tryAcquire(lockPath(), error));
+    EXPECT_FALSE(error) << error.message();
 }
 
 } // namespace

@@ -15,15 +15,21 @@ constexpr DWORD kShare = FILE_SHARE_READ | FILE_SHARE_WRITE;
 
 } // namespace
 
-std::optional<InstanceLock> InstanceLock::tryAcquire(const std::string& path) {
+std::optional<InstanceLock> InstanceLock::tryAcquire(const std::string& path, std::error_code& error) {
+    error.clear();
     HANDLE file = CreateFileW(systemPath(path).c_str(), GENERIC_READ | GENERIC_WRITE, kShare, nullptr, OPEN_ALWAYS,
                               FILE_ATTRIBUTE_NORMAL, nullptr);
     if (file == INVALID_HANDLE_VALUE) {
+        error.assign(lastSystemError(), std::system_category());
         return std::nullopt;
     }
     // A range rather than the opening is what excludes others: somebody who merely looks at the file takes no lock.
     OVERLAPPED range = {};
     if (LockFileEx(file, LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, 1, 0, &range) == 0) {
+        const std::int32_t reason = lastSystemError();
+        if (reason != ERROR_LOCK_VIOLATION && reason != ERROR_IO_PENDING) {
+            error.assign(reason, std::system_category());
+        }
         CloseHandle(file);
         return std::nullopt;
     }
