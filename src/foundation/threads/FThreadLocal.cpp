@@ -72,9 +72,13 @@ void FThreadLocal::releaseValue() {
 
 void releaseThreadLocals() {
     const FLockGuard guard(slots().lock);
-    // By index: a value's destructor may make or destroy a slot.
-    for (std::size_t i = 0; i < slots().all.size(); ++i) {
-        slots().all[i]->releaseValue();
+    const std::vector<FThreadLocal*>& all = slots().all;
+    // By index: a value's destructor may make or destroy a slot. One destroyed in front moves the others up; those
+    // that were released by then hold nothing.
+    for (std::size_t i = 0; i < all.size();) {
+        const FThreadLocal* slot = all[i];
+        all[i]->releaseValue();
+        i = i < all.size() && all[i] == slot ? i + 1 : 0;
     }
 }
 

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <atomic>
 #include <functional>
 #include <memory>
@@ -16,7 +17,10 @@ namespace {
 
 class Value final : public IBaseUnknown {
 public:
-    explicit Value(std::atomic<int>& alive) : alive_(alive) { ++alive_; }
+    explicit Value(std::atomic<int>& alive, std::function<void()> atEnd = nullptr)
+        : alive_(alive), atEnd_(std::move(atEnd)) {
+        ++alive_;
+    }
     Value(const Value&) = delete;
     Value& operator=(const Value&) = delete;
 
@@ -36,9 +40,15 @@ public:
     std::atomic<int> references{1};
 
 private:
-    ~Value() { --alive_; }
+    ~Value() {
+        if (atEnd_) {
+            atEnd_();
+        }
+        --alive_;
+    }
 
     std::atomic<int>& alive_;
+    std::function<void()> atEnd_;
 };
 
 class BodyThread : public FThread {
@@ -135,6 +145,27 @@ TEST_F(FThreadLocalTest, ReleaseLeavesTheValuesOfOtherThreadsAlone) {
     std::thread([] { releaseThreadLocals(); }).join();
     EXPECT_EQ(slot_.get(), mine.get());
     EXPECT_EQ(mine->references, 2);
+}
+
+TEST_F(FThreadLocalTest, AValueMayDestroySlotsWhenItGoes) {
+    // The slot in front of the value's, and its own; the one behind moves up each time.
+    for (const std::size_t destroyed : {0u, 1u}) {
+        std::array<FThreadLocal, 3> slots;
+        for (FThreadLocal& slot : slots) {
+            ASSERT_TRUE(slot.create());
+        }
+        std::thread([&] {
+            slots[0].set(makeValue().get());
+            slots[1].set(FRefPtr<Value>::adopt(new Value(alive_, [&] { slots[destroyed].destroy(); })).get());
+            slots[2].set(makeValue().get());
+            slot_.set(makeValue().get());
+            releaseThreadLocals();
+            EXPECT_EQ(alive_, 0) << destroyed;
+        }).join();
+        for (FThreadLocal& slot : slots) {
+            slot.destroy();
+        }
+    }
 }
 
 TEST(FThreadLocal, ThatWasNotCreatedHoldsNothing) {
