@@ -1,6 +1,7 @@
 #include "components/FModuleBase.h"
 
 #include "foundation/messages/FMessenger.h"
+#include "foundation/threads/FLock.h"
 #include "foundation/threads/FLockGuard.h"
 #include "platform/NativePath.h"
 #include "shell/hostapi/ModuleExports.h"
@@ -33,10 +34,15 @@ Function* entryPoint(const platform::DynamicLibrary& library, const char* name) 
     return reinterpret_cast<Function*>(library.symbol(name));
 }
 
-// Held to the end of the process, and never given back.
+// Held to the end of the process, and never given back. Any thread may unload a module.
 void keep(platform::DynamicLibrary library) {
-    static auto* const kept = new std::vector<platform::DynamicLibrary>;
-    kept->push_back(std::move(library));
+    struct Kept {
+        FLock lock;
+        std::vector<platform::DynamicLibrary> libraries;
+    };
+    static auto* const kept = new Kept;
+    const FLockGuard guard(kept->lock);
+    kept->libraries.push_back(std::move(library));
 }
 
 } // namespace

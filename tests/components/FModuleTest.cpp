@@ -260,6 +260,29 @@ TEST_F(FModuleTest, KeepsLibrariesInMemoryOnDemand) {
     EXPECT_TRUE(entry());
 }
 
+TEST_F(FModuleTest, AnyThreadMayLeaveALibraryInMemory) {
+    FModuleBase::setLibrariesStayInMemory(true);
+    std::atomic<int> ready{0};
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 4; ++i) {
+        threads.emplace_back([&] {
+            std::vector<FRefPtr<FModule>> modules;
+            for (int count = 0; count < 500; ++count) {
+                modules.push_back(makeModule("bare"));
+                EXPECT_TRUE(modules.back()->load());
+            }
+            // All give up theirs at one time.
+            for (++ready; ready < 4;) {
+                std::this_thread::yield();
+            }
+            modules.clear();
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+}
+
 TEST_F(FModuleTest, AnyThreadMayUseIt) {
     const auto module = makeModule("plain");
     std::vector<std::thread> threads;
