@@ -13,8 +13,11 @@ namespace tessera::platform {
 
 struct FileStatus {
     bool isFolder = false;
-    // The path itself is a link; the rest is about what it leads to, or about the link when it leads nowhere.
+    // The path itself is a link; the rest but for isHidden is about what it leads to, or about the link when it leads
+    // nowhere.
     bool isLink = false;
+    // The path itself is shown on demand only.
+    bool isHidden = false;
     std::int64_t size = 0;
     // Seconds since 1970 in UTC, rounded down. Where the system doesn't keep the first, it is the second.
     std::int64_t created = 0;

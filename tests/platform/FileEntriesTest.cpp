@@ -1,6 +1,7 @@
 #include "platform/FileEntries.h"
 
 #include "platform/NativePath.h"
+#include "support/FileMarks.h"
 #include "support/ScratchFolder.h"
 
 #include <gtest/gtest.h>
@@ -55,6 +56,19 @@ TEST_F(FileEntriesTest, WhatIsntThereHasNoStatus) {
     EXPECT_FALSE(moveEntry(path("missing"), path("other"), error));
     EXPECT_NE(error, 0);
     EXPECT_FALSE(readLink(path("missing")));
+}
+
+TEST_F(FileEntriesTest, TheStatusTellsWhatIsHidden) {
+    testing_support::setHidden(scratch.write("folder.d/.hidden", "12"));
+    scratch.write(".folder/shown.txt", "123");
+    const auto hidden = fileStatus(path("folder.d/.hidden"), error);
+    ASSERT_TRUE(hidden);
+    EXPECT_TRUE(hidden->isHidden);
+    EXPECT_EQ(hidden->size, 2);
+    const auto shown = fileStatus(path(".folder/shown.txt"), error);
+    ASSERT_TRUE(shown);
+    EXPECT_FALSE(shown->isHidden);
+    EXPECT_EQ(shown->size, 3);
 }
 
 TEST_F(FileEntriesTest, AFileMovesAndReplacesNothing) {

@@ -1,6 +1,8 @@
 #include "persistence/files/FNFileIterator.h"
 
 #include "persistence/files/FFileSystem.h"
+#include "persistence/files/PathText.h"
+#include "platform/FileEntries.h"
 
 namespace tessera {
 
@@ -68,9 +70,13 @@ FNPath* FNFileIterator::resolved() {
         return nullptr;
     }
     linkTarget_.resolveKind();
-    if (linkTarget_.getKind() == PathKind::unknown) {
+    std::int32_t ignored = 0;
+    const auto status = platform::fileStatus(PathText(linkTarget_), ignored);
+    if (!status || linkTarget_.getKind() == PathKind::unknown) {
         return nullptr;
     }
+    linkTarget_.setVisible(!status->isHidden);
+    linkTarget_.setCachedSize(static_cast<std::int32_t>(static_cast<std::uint32_t>(status->size)));
     if (fillFileTypes_) {
         linkTarget_.updateFileType(false);
     }

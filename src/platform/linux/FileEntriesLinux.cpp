@@ -201,6 +201,7 @@ std::optional<FileStatus> fileStatus(std::u16string_view path, std::int32_t& err
     }
     FileStatus status;
     status.isLink = S_ISLNK(found.stx_mode);
+    status.isHidden = (*native)[native->rfind('/') + 1] == '.';
     struct statx followed;
     if (status.isLink && ::statx(AT_FDCWD, native->c_str(), 0, wanted, &followed) == 0) {
         found = followed;

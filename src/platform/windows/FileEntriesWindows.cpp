@@ -145,6 +145,7 @@ std::optional<FileStatus> fileStatus(std::u16string_view path, std::int32_t& err
                             : statusOf(data.dwFileAttributes, data.ftCreationTime, data.ftLastWriteTime,
                                        data.nFileSizeHigh, data.nFileSizeLow);
     status.isLink = isLink;
+    status.isHidden = (data.dwFileAttributes & FILE_ATTRIBUTE_HIDDEN) != 0;
     return status;
 }
 

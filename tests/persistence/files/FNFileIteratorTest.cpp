@@ -133,6 +133,21 @@ TEST_F(FNFileIteratorTest, ResolvedLinksAreGivenAsWhatTheyLeadTo) {
                                                            {"text.lnk", PathKind::link}}));
 }
 
+TEST_F(FNFileIteratorTest, ResolvedLinksHaveTheSizeAndTheMarkOfWhatTheyLeadTo) {
+    scratch_.write("folder/file.wav", "12345");
+    testing_support::setHidden(scratch_.write("folder/.hidden", "1234567"));
+    makeLink(".to file.lnk", "folder/file.wav");
+    testing_support::setHidden(scratch_ / ".to file.lnk");
+    makeLink("to hidden.lnk", "folder/.hidden");
+    makeLink("to folder.lnk", "folder");
+    const auto entries = walk(true);
+    EXPECT_EQ(namesOf(entries), (std::set<std::string>{".hidden", "file.wav", "folder"}));
+    EXPECT_EQ(entries.at("file.wav").size, 5);
+    EXPECT_TRUE(entries.at("file.wav").visible);
+    EXPECT_EQ(entries.at(".hidden").size, 7);
+    EXPECT_FALSE(entries.at(".hidden").visible);
+}
+
 TEST_F(FNFileIteratorTest, FileTypesAreFilledWhenAsked) {
     scratch_.write("a.WAV", "");
     scratch_.write("b", "");
