@@ -72,7 +72,7 @@ public:
     // kByIdentifier. Null when there is none.
     IBaseUnknown* createInstance(const FStringRef& category, const FStringRef& name);
     // Gives up the caller's reference of an object that came from here.
-    void releaseInstance(IBaseUnknown* instance);
+    void releaseInstance(IBaseUnknown* instance) override;
     // Null minimums aren't asked for.
     VersionCheck checkVersion(const FUIDBytes& uid, const FModule* module, const FStringRef* minSdkVersion,
                               const FStringRef* minVersion) const;

@@ -1,7 +1,9 @@
 // IComponentSource: where components of other modules come from. The component registry implements it, and enters
 // itself in ClassFactory under this identifier; without a registry ClassFactory gives null for it.
 //
-// What is created carries one reference for the caller; null when there is no such component.
+// What is created carries one reference for the caller; null when there is no such component. It is given back through
+// releaseInstance, which ends the use of the component's module as well; what is merely released keeps it loaded. Main
+// thread.
 #pragma once
 
 #include "foundation/object/IBaseUnknown.h"
@@ -14,6 +16,8 @@ struct IComponentSource : IBaseUnknown {
     virtual IBaseUnknown* createByIdentifier(const FUIDBytes& uid) = 0;
     virtual std::int32_t count(const char* category) = 0;
     virtual IBaseUnknown* createAt(const char* category, std::int32_t index) = 0;
+    // Gives up the caller's reference of what was created here.
+    virtual void releaseInstance(IBaseUnknown* instance) = 0;
 
 protected:
     ~IComponentSource() = default;

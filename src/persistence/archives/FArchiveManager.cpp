@@ -1,10 +1,9 @@
 #include "persistence/archives/FArchiveManager.h"
 
 #include "foundation/containers/CmIterator.h"
-#include "foundation/object/ClassFactory.h"
 #include "foundation/object/FSingletonList.h"
-#include "foundation/object/IComponentSource.h"
 #include "foundation/threads/FLockGuard.h"
+#include "persistence/archives/ArchiveComponent.h"
 #include "persistence/archives/ArchiveEntry.h"
 #include "persistence/archives/FFileIteratorUrlWrapper.h"
 #include "persistence/archives/FPluginFileSystem.h"
@@ -20,7 +19,6 @@ namespace tessera {
 
 namespace {
 
-constexpr const char* kCategory = "VirtualFileSystem";
 // Each level of archives within archives takes its share of the stack while it is mounted.
 constexpr int kDeepest = 16;
 constexpr std::uint32_t kReadMode = FileOpenMode::read | FileOpenMode::shareRead;
@@ -37,35 +35,6 @@ bool isTooDeep(std::u16string key) {
         ++levels;
     }
     return levels > kDeepest;
-}
-
-FRefPtr<IComponentSource> componentSource() {
-    ClassFactory* factory = ClassFactory::getInstance(false);
-    void* source = factory != nullptr ? factory->createInstance(IComponentSource::iid) : nullptr;
-    return FRefPtr<IComponentSource>::adopt(static_cast<IComponentSource*>(source));
-}
-
-FRefPtr<IVirtualFileSystem> asVirtualFileSystem(const FRefPtr<IBaseUnknown>& component) {
-    void* found = nullptr;
-    if (!component || component->queryInterface(IVirtualFileSystem::iid, &found) != kResultOk) {
-        return {};
-    }
-    return FRefPtr<IVirtualFileSystem>::adopt(static_cast<IVirtualFileSystem*>(found));
-}
-
-// The first component whose type is that of the archive. A type without a name for anything is equal to none.
-FRefPtr<IVirtualFileSystem> componentFor(const FFileType& type) {
-    const FRefPtr<IComponentSource> source = componentSource();
-    const std::int32_t count = source && type.isDefined() ? source->count(kCategory) : 0;
-    for (std::int32_t i = 0; i < count; ++i) {
-        const auto made = FRefPtr<IBaseUnknown>::adopt(source->createAt(kCategory, i));
-        FRefPtr<IVirtualFileSystem> component = asVirtualFileSystem(made);
-        HostTypeRecord record{};
-        if (component && component->getFileType(&record) == kResultOk && FFileType(record).isEqual(&type)) {
-            return component;
-        }
-    }
-    return {};
 }
 
 } // namespace
@@ -105,14 +74,14 @@ FFileSystem* FArchiveManager::mount(const FString& scheme, const FString& key) {
     if (isVirtualPath(archive) && getFileSystem(archive) == nullptr) {
         return nullptr;
     }
-    const FRefPtr<IVirtualFileSystem> component = componentFor(archive.getFileType());
+    const FRefPtr<ArchiveComponent> component = ArchiveComponent::forType(archive.getFileType());
     FFileSystem* files = FFileSystem::getInstance();
     if (!component || files == nullptr ||
-        component->initialize(hostContext.load(std::memory_order_acquire)) != kResultOk) {
+        (*component)->initialize(hostContext.load(std::memory_order_acquire)) != kResultOk) {
         return nullptr;
     }
     auto access = FPluginFileSystem::Access::asTheComponentCan;
-    const bool writes = component->isSupported("CanWrite") == kResultOk;
+    const bool writes = (*component)->isSupported("CanWrite") == kResultOk;
     auto stream = FRefPtr<FStream>::adopt(files->openFile(archive, writes ? kWriteMode : kReadMode, nullptr));
     if (!stream && writes) {
         access = FPluginFileSystem::Access::readOnly;
@@ -121,7 +90,7 @@ FFileSystem* FArchiveManager::mount(const FString& scheme, const FString& key) {
     if (!stream) {
         return nullptr;
     }
-    const auto volume = FRefPtr<IVirtualVolume>::adopt(component->openVolume(&stream->hostView()));
+    const auto volume = FRefPtr<IVirtualVolume>::adopt((*component)->openVolume(&stream->hostView()));
     if (!volume) {
         return nullptr;
     }

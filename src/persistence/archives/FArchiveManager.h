@@ -4,9 +4,10 @@
 // the archive's opens it. Mounts of other schemes are entered by whoever offers them. Keys are kept in upper case, so
 // two archives whose names differ in case alone share a mount; the archive is opened by the key as it was given.
 //
-// Any thread: the table is guarded by a recursive lock, which is held while a component opens an archive. A component
-// must therefore not wait for another thread that uses virtual paths; opening a further archive itself is fine. File
-// systems that are given out are borrowed, and stand until they are removed.
+// Any thread asks for what is mounted; archives are mounted and dropped on the main thread, where components are made
+// and given back. The table is guarded by a recursive lock, which is held while a component opens an archive. A
+// component must therefore not wait for another thread that uses virtual paths; opening a further archive itself is
+// fine. File systems that are given out are borrowed, and stand until they are removed.
 #pragma once
 
 #include "foundation/containers/CmHashTable.h"

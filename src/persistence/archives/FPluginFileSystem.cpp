@@ -80,11 +80,11 @@ private:
     FRefPtr<IHostStream> stream_;
 };
 
-FPluginFileSystem::FPluginFileSystem(IVirtualVolume& volume, IVirtualFileSystem& component, FStream* stream,
+FPluginFileSystem::FPluginFileSystem(IVirtualVolume& volume, ArchiveComponent& component, FStream* stream,
                                      Access access)
     : archive_(FRefPtr<OpenedArchive>::adopt(new OpenedArchive(volume, component, stream))) {
     for (const NamedCapability& capability : kCapabilities) {
-        if (component.isSupported(capability.key) == kResultOk) {
+        if (component->isSupported(capability.key) == kResultOk) {
             capabilities_ |= capability.bit;
         }
     }

@@ -17,7 +17,7 @@ public:
     enum class Access { asTheComponentCan, readOnly };
 
     // Takes references of all three. The stream is the archive's file, held open for as long as the mount stands.
-    FPluginFileSystem(IVirtualVolume& volume, IVirtualFileSystem& component, FStream* stream, Access access);
+    FPluginFileSystem(IVirtualVolume& volume, ArchiveComponent& component, FStream* stream, Access access);
     ~FPluginFileSystem() override;
 
     void close() override;

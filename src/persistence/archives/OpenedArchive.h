@@ -4,6 +4,7 @@
 
 #include "foundation/object/FObject.h"
 #include "foundation/object/FRefPtr.h"
+#include "persistence/archives/ArchiveComponent.h"
 #include "persistence/archives/IVirtualFileSystem.h"
 #include "persistence/streams/FStream.h"
 
@@ -12,7 +13,7 @@ namespace tessera {
 class OpenedArchive final : public FObject {
 public:
     // Takes references of all three. The stream is the archive's file.
-    OpenedArchive(IVirtualVolume& volume, IVirtualFileSystem& component, FStream* stream)
+    OpenedArchive(IVirtualVolume& volume, ArchiveComponent& component, FStream* stream)
         : volume_(&volume), component_(&component), stream_(stream) {}
     ~OpenedArchive() override {
         volume_.reset();
@@ -23,7 +24,7 @@ public:
 
 private:
     FRefPtr<IVirtualVolume> volume_;
-    FRefPtr<IVirtualFileSystem> component_;
+    FRefPtr<ArchiveComponent> component_;
     FRefPtr<FStream> stream_;
 };
 

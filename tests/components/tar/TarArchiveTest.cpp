@@ -1,6 +1,7 @@
 // The whole way: a module is found in a folder, its component mounts an archive that the system's tar has made, and
 // the ordinary file system reads, lists and counts what lies inside.
 #include "components/FComponentRegistry.h"
+#include "components/FPluginComponent.h"
 #include "persistence/archives/FArchiveManager.h"
 #include "persistence/files/FFileIterator.h"
 #include "persistence/files/FFileSystem.h"
@@ -154,6 +155,21 @@ TEST_F(TarArchiveTest, WhatIsNoTarIsNotMounted) {
 
 TEST_F(TarArchiveTest, AnArchiveWithinAnArchiveIsRead) {
     EXPECT_EQ(read(in("sub/nested.tar\\\\sub/second.wav", "outer.tar")), "second");
+}
+
+TEST_F(TarArchiveTest, AModuleIsInUseAsLongAsAnArchiveOfItIs) {
+    FComponentRegistry::Components components;
+    ASSERT_TRUE(registry_->getCategory("VirtualFileSystem", components));
+    const auto* tar = cmCast<FPluginComponent>(components.front().get());
+    ASSERT_NE(tar, nullptr);
+    EXPECT_EQ(tar->getInstanceCount(), 0);
+    EXPECT_EQ(read(in("sub/nested.tar\\\\sub/second.wav", "outer.tar")), "second");
+    EXPECT_EQ(tar->getInstanceCount(), 2) << "one for each archive";
+    EXPECT_EQ(tar->getModule()->getUseCount(), 2);
+    FArchiveManager::getInstance()->removeUnusedRemovables();
+    EXPECT_EQ(tar->getInstanceCount(), 0);
+    EXPECT_EQ(tar->getModule()->getUseCount(), 0);
+    EXPECT_EQ(read(in("sub/second.wav")), "second") << "the library is there, or comes again";
 }
 
 } // namespace

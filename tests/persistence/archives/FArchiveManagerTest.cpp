@@ -4,6 +4,8 @@
 #include "persistence/urls/FUrl.h"
 #include "support/FileMarks.h"
 
+#include <thread>
+
 namespace tessera::test {
 namespace {
 
@@ -217,6 +219,41 @@ TEST_F(FArchiveManagerTest, AnArchiveThatIsAskedForWhileItOpensIsMountedOnce) {
     EXPECT_EQ(mounted, first);
     EXPECT_EQ(state_.volumes, 1);
     EXPECT_EQ(archives_->getMountCount(keyOf("a.pak")), 1);
+}
+
+TEST_F(FArchiveManagerTest, ComponentsAreGivenBackWhenTheirArchiveHasGone) {
+    ASSERT_NE(mount(), nullptr);
+    EXPECT_EQ(state_.made, 2);
+    EXPECT_EQ(state_.givenBack, 1) << "the one of another type";
+    auto entries = FRefPtr<FFileIterator>::adopt(files_->newIterator(in(""), false));
+    archives_->removeUnusedRemovables();
+    EXPECT_EQ(state_.givenBack, 1) << "its iterator is there";
+    entries.reset();
+    EXPECT_EQ(state_.givenBack, 2);
+    EXPECT_EQ(state_.components, 0);
+}
+
+TEST_F(FArchiveManagerTest, ComponentsAreGivenBackWhereNothingIsMounted) {
+    scratch_.write("a.zip", "archive");
+    EXPECT_EQ(archives_->getFileSystem(in("x", "a.zip")), nullptr);
+    scratch_.write("b.pak", "broken");
+    EXPECT_EQ(archives_->getFileSystem(in("x", "b.pak")), nullptr);
+    EXPECT_EQ(state_.made, 4);
+    EXPECT_EQ(state_.givenBack, 4);
+    EXPECT_EQ(state_.components, 0);
+}
+
+// The source belongs to the main thread.
+TEST_F(FArchiveManagerTest, AComponentThatGoesOnAnotherThreadIsMerelyReleased) {
+    FNPath path = in("file.wav");
+    FStream* stream = files_->openFile(path, FileOpenMode::read, nullptr);
+    ASSERT_NE(stream, nullptr);
+    EXPECT_TRUE(archives_->removeArchive(FString("vfs"), keyOf("a.pak"), FArchiveManager::kForced));
+    EXPECT_EQ(state_.components, 1);
+    std::thread([stream] { stream->release(); }).join();
+    EXPECT_EQ(state_.components, 0);
+    EXPECT_EQ(state_.volumes, 0);
+    EXPECT_EQ(state_.givenBack, 1) << "the one of another type";
 }
 
 TEST_F(FArchiveManagerTest, AMountAddedTwiceAndOneOfAnotherKindSurvive) {

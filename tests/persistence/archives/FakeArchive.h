@@ -11,6 +11,8 @@
 #include "support/ForeignObject.h"
 #include "support/VirtualEntryList.h"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <cstring>
 #include <functional>
@@ -31,6 +33,8 @@ struct FakeArchiveState {
     std::int64_t claimed = 0;         // added to the sizes of files
     int volumes = 0;                  // alive
     int made = 0;                     // components
+    int components = 0;               // alive
+    int givenBack = 0;                // components
     IBaseUnknown* context = nullptr;
     IHostStream* file = nullptr; // of the volume that was opened last
     std::vector<std::u16string> changes;
@@ -134,7 +138,9 @@ class FakeComponent final : public Counted<IVirtualFileSystem> {
 public:
     FakeComponent(FakeArchiveState& state, const char* extension) : state_(state), extension_(extension) {
         ++state_.made;
+        ++state_.components;
     }
+    ~FakeComponent() override { --state_.components; }
 
     FResult initialize(IBaseUnknown* context) override {
         state_.context = context;
@@ -189,6 +195,10 @@ public:
         default:
             return static_cast<IVirtualFileSystem*>(new FakeComponent(state_, "pak"));
         }
+    }
+    void releaseInstance(IBaseUnknown* instance) override {
+        ++state_.givenBack;
+        EXPECT_EQ(instance->release(), 0u) << "nobody else has it";
     }
 
     static inline FakeSource* present = nullptr;

@@ -275,6 +275,7 @@ public:
     }
     std::int32_t count(const char*) override { return 0; }
     IBaseUnknown* createAt(const char*, std::int32_t) override { return nullptr; }
+    void releaseInstance(IBaseUnknown* instance) override { instance->release(); }
 
     IBaseUnknown* component = nullptr;
 };
