@@ -1,12 +1,14 @@
 #include "host/model/SafeSave.h"
 
 #include "common/Utf8Path.h"
+#include "host/audio/ReservedName.h"
 #include "host/text/HostTexts.h"
 #include "host/text/Message.h"
 #include "platform/Files.h"
 #include "platform/NativePath.h"
 #include "platform/SystemErrors.h"
 
+#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <system_error>
@@ -51,7 +53,11 @@ SaveSteps& platformSaveSteps() {
 }
 
 std::string safeSave(const std::string& path, std::string_view content, SaveSteps& steps) {
-    const std::string beside = path + ".new";
+    std::int32_t error = 0;
+    const std::string beside = reserveNameBeside(path, error);
+    if (beside.empty()) {
+        return error == 0 ? message(hostTexts.nameNotUtf8) : platform::describeError(error);
+    }
     std::string reason = steps.writeAndFlush(beside, content);
     if (reason.empty()) {
         reason = steps.rename(beside, path);

@@ -1,8 +1,8 @@
 // safeSave: puts new content in the place of a file so that a crash at any moment loses neither the old nor the new.
 //
-// The content goes to a file of its own beside the old one ("<name>.new"), is handed to the storage, and takes the old
-// one's name in a single step. A failure before that leaves the old file as it was, and takes the new one away where it
-// can. The steps are an interface so that tests can let each of them fail.
+// The content goes to a file beside the old one, under a name that nothing had ("<name>.part"), is handed to the
+// storage, and takes the old one's name in a single step. A failure before that leaves the old file as it was, and
+// takes the new one away where it can. The steps are an interface so that tests can let each of them fail.
 #pragma once
 
 #include <string>
