@@ -15,6 +15,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <filesystem>
 #include <ostream>
 #include <system_error>
@@ -66,6 +67,20 @@ std::string fullPath(const std::string& path, Complaint& complaint) {
 std::string fullFolderPath(const std::string& path, Complaint& complaint) {
     const fs::path full = nativePath(fullPath(path, complaint));
     return utf8Text(full.has_filename() || !full.has_relative_path() ? full : full.parent_path());
+}
+
+// What a save would take from the user: a file that is no project, by its name. A folder is never replaced.
+bool isOtherFile(const std::string& path) {
+    std::error_code ignored;
+    const fs::file_status status = fs::status(nativePath(path), ignored);
+    return !path.ends_with(kProjectExtension) && fs::exists(status) && !fs::is_directory(status);
+}
+
+// Edits come back into it.
+std::error_code makeAudioFolder(const std::string& projectFolder) {
+    std::error_code error;
+    fs::create_directories(nativePath(projectFolder) / "Audio", error);
+    return error;
 }
 
 std::shared_ptr<AudioClip> openClip(const std::shared_ptr<HostCore>& core, const std::string& path,
@@ -200,9 +215,7 @@ Complaint Application::newProject(const std::string& folder, const std::vector<s
     if (const std::string there = projectIn(path); !there.empty()) {
         return message(hostTexts.folderHoldsProject, path, there);
     }
-    std::error_code error;
-    fs::create_directories(nativePath(path) / "Audio", error);
-    if (error) {
+    if (const std::error_code error = makeAudioFolder(path)) {
         return message(hostTexts.folderNotMade, path, error.message());
     }
     const auto project = Project::create(core_, path);
@@ -235,6 +248,10 @@ Complaint Application::openProject(const std::string& path) {
     }
     const std::shared_ptr<Project> project = readProject(core_, file, *transport_, &complaint);
     if (project != nullptr) {
+        // A copy of a project may come without it, as it was empty; one that can't be written to opens all the same.
+        if (const std::error_code error = makeAudioFolder(project->folderPath())) {
+            say(message(hostTexts.noAudioFolder, project->folderPath(), error.message()));
+        }
         setProject(project);
         settings_.noteProject(file);
     }
@@ -253,6 +270,9 @@ Complaint Application::saveProject(const std::string& path) {
     if (file.empty()) {
         const fs::path folder = nativePath(project()->folderPath());
         file = utf8Text(folder / folder.filename()) + kProjectExtension;
+    }
+    if (file != project()->filePath() && isOtherFile(file)) {
+        return message(hostTexts.savedOverOther, file, kProjectExtension);
     }
     complaint = host::saveProject(*project(), *transport_, file);
     if (complaint.empty()) {
@@ -309,11 +329,15 @@ Complaint Application::addNotes(const NewEventPlace& wanted) {
     if (project() == nullptr) {
         return message(hostTexts.noProject);
     }
+    const double length = wanted.length.value_or(1);
+    if (!(length >= 0) || !std::isfinite(length)) {
+        return message(hostTexts.noLength, length);
+    }
     const std::shared_ptr<Track> track = trackByNumber(wanted.track);
     if (track == nullptr) {
         return message(hostTexts.noSuchTrack, wanted.track, project()->tracks().size() + 1);
     }
-    const EventPlace place{wanted.start.value_or(track->end()), wanted.length.value_or(1), 0};
+    const EventPlace place{wanted.start.value_or(track->end()), length, 0};
     undo_->addEventTo(track, std::make_shared<Event>(core_, message(hostTexts.notesName), place));
     undo_->commitBlock(message(hostTexts.addPart));
     settle();

@@ -18,12 +18,15 @@ struct HostTexts {
     TranslatedText folderHoldsProject{
         u"the folder \"%s\" holds a project already; open it with: open \"%s\", or name another folder"};
     TranslatedText folderNotMade{u"the folder \"%s\" can't be made (%s); name another one"};
+    TranslatedText noAudioFolder{
+        u"warning: \"%s\" gets no folder \"Audio\" (%s): edits can't come back into this project"};
     TranslatedText pathUnusable{u"the path \"%s\" can't be used (%s); give a full one"};
     TranslatedText saved{u"saved \"%s\""};
     TranslatedText trackName{u"Track %d"};
     TranslatedText notesName{u"Notes"};
     TranslatedText stretchNotInFile{u"the stretch from %.3f s with %.3f s doesn't lie in \"%s\", which has %.3f s"};
     TranslatedText stretchNotInClip{u"the stretch from %.3f s with %.3f s doesn't lie in the clip, which has %.3f s"};
+    TranslatedText noLength{u"notes can't last %.3f s; expected 0 or more"};
     TranslatedText noSuchTrack{u"there is no track %d; the next new one is %d"};
     TranslatedText addEvent{u"Add event"};
     TranslatedText addPart{u"Add part"};
@@ -91,6 +94,8 @@ struct HostTexts {
                             u"no numbers; mend the file by hand"};
     TranslatedText noMemory{u"there is no memory for it"};
     TranslatedText projectNotSaved{u"\"%s\" can't be saved (%s); what was there is unchanged, save to another place"};
+    TranslatedText savedOverOther{
+        u"\"%s\" is there already and is no project; save to another name, one that ends in %s"};
     TranslatedText noSuchFile{u"there is no file \"%s\""};
     TranslatedText folderNoSound{u"\"%s\" is a folder, not a sound file"};
     TranslatedText noSoundFile{u"\"%s\" can't be read as a sound file (%s); expected WAV, AIFF or FLAC"};

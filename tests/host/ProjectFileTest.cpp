@@ -6,9 +6,11 @@
 #include "shell/hostapi/IProjectOpener.h"
 #include "support/PageExample.h"
 
+#include <cmath>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <limits>
 #include <map>
 
 namespace tessera::host {
@@ -109,6 +111,28 @@ TEST_F(ProjectFileTest, AFolderThatWasMovedStillFindsItsOwnSounds) {
     EXPECT_EQ(event(1)->ownClip()->path(), path("elsewhere/Audio/inside.wav"));
 }
 
+TEST_F(ProjectFileTest, AProjectThatIsOpenedHasAFolderForItsAudio) {
+    makeProject({makeSound("a.wav", 10)});
+    std::filesystem::create_directories(path("elsewhere"));
+    const std::string file = path("elsewhere/p.tesxproject");
+    ASSERT_EQ(host().saveProject(file), "");
+    ASSERT_EQ(host().closeProject(), "");
+    ASSERT_EQ(host().openProject(file), "");
+    EXPECT_TRUE(std::filesystem::is_directory(path("elsewhere/Audio")));
+    EXPECT_EQ(output().find("warning"), std::string::npos) << output();
+}
+
+TEST_F(ProjectFileTest, AProjectIsOpenedWithAWarningWhereItsAudioHasNoFolder) {
+    makeProject({makeSound("a.wav", 10)});
+    std::filesystem::create_directories(path("elsewhere"));
+    std::ofstream(path("elsewhere/Audio")) << "in the way";
+    const std::string file = path("elsewhere/p.tesxproject");
+    ASSERT_EQ(host().saveProject(file), "");
+    ASSERT_EQ(host().closeProject(), "");
+    EXPECT_EQ(host().openProject(file), "");
+    EXPECT_NE(output().find("edits can't come back into this project"), std::string::npos) << output();
+}
+
 TEST_F(ProjectFileTest, ACrashAtAnyStepLosesNeitherOldNorNew) {
     makeProject({makeSound("a.wav", 1000)});
     const std::string file = path("project/p.tesxproject");
@@ -137,8 +161,59 @@ TEST_F(ProjectFileTest, AFailedSaveLeavesNothingBehind) {
     std::filesystem::create_directories(path("taken/inside"));
     const Complaint complaint = host().saveProject(path("taken"));
     EXPECT_NE(complaint.find("can't be saved"), std::string::npos) << complaint;
-    EXPECT_FALSE(std::filesystem::exists(path("taken.new")));
+    EXPECT_FALSE(std::filesystem::exists(path("taken.part")));
     EXPECT_TRUE(std::filesystem::is_directory(path("taken/inside")));
+}
+
+TEST_F(ProjectFileTest, ASaveLeavesFilesOfSimilarNamesAlone) {
+    makeProject({});
+    std::vector<std::string> others;
+    for (const char* end : {".new", ".part"}) {
+        for (const char* name : {"project/p.tesxproject", "taken"}) {
+            others.push_back(path(name + std::string(end)));
+            std::ofstream(others.back()) << "of the user";
+        }
+    }
+    std::filesystem::create_directories(path("taken/inside"));
+    EXPECT_EQ(host().saveProject(path("project/p.tesxproject")), "");
+    EXPECT_NE(host().saveProject(path("taken")), "");
+    for (const std::string& other : others) {
+        EXPECT_EQ(contentOf(other), "of the user") << other;
+    }
+    EXPECT_FALSE(std::filesystem::exists(path("taken.2.part")));
+}
+
+TEST_F(ProjectFileTest, ASaveTakesThePlaceOfNoFileThatIsNoProject) {
+    const std::string sound = makeSound("a.wav", 1000);
+    makeProject({sound});
+    const std::string recorded = contentOf(sound);
+    const Complaint complaint = host().saveProject(sound);
+    EXPECT_NE(complaint.find("is there already and is no project"), std::string::npos) << complaint;
+    EXPECT_EQ(contentOf(sound), recorded);
+    EXPECT_EQ(host().project()->filePath(), "");
+}
+
+TEST_F(ProjectFileTest, AProjectOfAnyNameIsSavedAgain) {
+    makeProject({makeSound("a.wav", 1000)});
+    ASSERT_EQ(host().saveProject(path("song.xml")), "");
+    EXPECT_EQ(host().saveProject(""), "");
+    EXPECT_EQ(host().saveProject(path("song.xml")), "");
+    EXPECT_EQ(host().saveProject(path("song.tesxproject")), "");
+    EXPECT_EQ(host().saveProject(path("song.tesxproject")), "");
+}
+
+TEST_F(ProjectFileTest, NotesMayLastAnyTimeThatCanBeOpenedAgain) {
+    makeProject({});
+    for (const double length : {-1.0, std::numeric_limits<double>::infinity(), std::nan("")}) {
+        NewEventPlace place;
+        place.length = length;
+        EXPECT_NE(host().addNotes(place), "") << length;
+    }
+    NewEventPlace place;
+    place.length = 0;
+    EXPECT_EQ(host().addNotes(place), "");
+    ASSERT_EQ(host().saveProject(""), "");
+    EXPECT_EQ(makeApplication()->openProject(path("project/project.tesxproject")), "");
 }
 
 // A document with one project that holds these members.

@@ -98,6 +98,7 @@ TEST_F(ScriptCommandsTest, AWrongLineIsToldOnOneLineThatStartsSmall) {
         {"add missing.wav", "there is no file"},
         {"add missing.wav at", "\"at\" needs a number"},
         {"add missing.wav near 2", "\"near\" isn't known"},
+        {"notes length -1", "notes can't last -1.000 s"},
         {"notes track 7", "no track 7; the next new one is 2"},
         {"wait soon", "no number"},
         {"wait 0", "didn't come back"},
