@@ -5,7 +5,7 @@
 #include "foundation/text/IStringResult.h"
 #include "platform/NativePath.h"
 
-#include <string_view>
+#include <optional>
 
 namespace tessera {
 
@@ -15,8 +15,10 @@ FResult FLibraryLoader::load(IBaseUnknown* path) {
         return kResultFailure;
     }
     const FString text(*source);
+    const char16_t* units = text.text16();
+    // Bytes that mean nothing stay 8-bit, and no library has such a path.
     const auto native =
-        platform::toNativePath(std::u16string_view(text.text16(), static_cast<std::size_t>(text.length())));
+        text.isWide() ? platform::toNativePath({units, static_cast<std::size_t>(text.length())}) : std::nullopt;
     if (!native) {
         return kResultFailure;
     }

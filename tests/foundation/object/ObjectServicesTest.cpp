@@ -137,6 +137,8 @@ TEST(FLibraryLoader, RefusesWhatIsNoLibraryOrNoPath) {
     Foreign noPath;
     EXPECT_EQ(loader->load(&missing), kResultFailure);
     EXPECT_EQ(loader->load(&empty), kResultFailure);
+    ForeignPath meaningless("B\xe4r.so");
+    EXPECT_EQ(loader->load(&meaningless), kResultFailure);
     EXPECT_EQ(loader->load(&noPath), kResultFailure);
     EXPECT_EQ(loader->load(nullptr), kResultFailure);
     EXPECT_EQ(loader->getHandle(), nullptr);
