@@ -43,9 +43,10 @@ std::string counted(std::size_t count, const std::string& thing) {
 
 // The project file in a folder, or empty.
 std::string projectIn(const std::string& folder) {
+    const fs::path::string_type extension = fs::path(kProjectExtension).native();
     std::error_code error;
     for (const auto& entry : fs::directory_iterator(nativePath(folder), error)) {
-        if (utf8Text(entry.path().filename()).ends_with(kProjectExtension)) {
+        if (entry.path().native().ends_with(extension)) {
             return utf8Text(entry.path());
         }
     }
